@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: BSD-2-Clause
+// Copyright (c) 2026, The ZorSurface authors
+#pragma once
+
+/// @file
+/// The library's block copy.
+
+#include <cstddef>
+
+namespace zor {
+
+/// Copies @p bytes bytes; the areas don't overlap. The form follows the capability word; every
+/// form gives the same bytes.
+void FastMemCopy(void* destination, const void* source, std::size_t bytes) noexcept;
+
+/// The MMX form: blocks of 64 bytes, then the rest.
+void MemCopyMmx(void* destination, const void* source, std::size_t bytes) noexcept;
+
+/// The streaming form: as `MemCopyMmx`, past the caches.
+void MemCopyStream(void* destination, const void* source, std::size_t bytes) noexcept;
+
+}  // namespace zor

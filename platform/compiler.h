@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: BSD-2-Clause
+// Copyright (c) 2026, The ZorSurface authors
+#pragma once
+
+/// @file
+/// What compilers spell differently.
+
+#if defined(__GNUC__) || defined(__clang__)
+#define ZOR_ALWAYS_INLINE inline __attribute__((always_inline))
+#define ZOR_NO_INLINE __attribute__((noinline))
+#define ZOR_RESTRICT __restrict__
+#else
+#error "ZorSurface is built with GCC or Clang (MinGW-w64 on Windows)."
+#endif

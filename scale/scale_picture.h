@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: BSD-2-Clause
+// Copyright (c) 2026, The ZorSurface authors
+#pragma once
+
+/// @file
+/// The core of the scaling engine: one picture of 1, 3 or 4 bytes a pixel into another.
+
+#include <zorsurface/scale_mode.h>
+
+#include <cstdint>
+
+namespace zor {
+
+/// One picture as the engine sees it: the first pixel to touch and how to walk on from there.
+struct ScaleTarget {
+  std::uint8_t* pixels;
+  std::int32_t width;
+  std::int32_t height;
+  std::int32_t stride;  ///< bytes; negative for a walk from the last row upward
+  std::int32_t bytesPerPixel;
+};
+
+struct ScaleSource {
+  const std::uint8_t* pixels;
+  std::int32_t width;
+  std::int32_t height;
+  std::int32_t stride;  ///< bytes
+  std::int32_t bytesPerPixel;
+};
+
+/// Where sampling begins and how far it moves per destination pixel, in source pixels.
+struct ScaleAxes {
+  double startX;
+  double stepX;
+  double startY;
+  double stepY;
+};
+
+/// Scales by the route of the two pixel sizes and by the mode; an unknown pair, a size of 0 or an
+/// unknown mode leaves the target as it was. @param background the pixel word that fading modes
+/// fade into; null means 0.
+void ScalePicture(const ScaleTarget& target, const ScaleSource& source, const ScaleAxes& axes,
+                  ScaleMode mode, const std::uint32_t* background) noexcept;
+
+}  // namespace zor

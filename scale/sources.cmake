@@ -1,0 +1,3 @@
+# SPDX-License-Identifier: BSD-2-Clause
+list(APPEND ZOR_CORE_SOURCES
+)

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: BSD-2-Clause
+// Copyright (c) 2026, The ZorSurface authors
+#pragma once
+
+/// @file
+/// The surface with its pixels: storage, read-out and the drivers of the engines.
+
+#include "platform/pixel_block.h"
+#include "surface/surface.h"
+
+namespace zor {
+
+class CZorSurfaceBuffer final : public CZorSurface {
+ public:
+  explicit CZorSurfaceBuffer(const SurfaceDescription& description) noexcept
+      : CZorSurface(description) {}
+
+  /// Makes a surface of count 0; null without memory.
+  static CZorSurfaceBuffer* Create(const SurfaceDescription& description) noexcept;
+
+  void* ScalarDeletingDestructor(std::uint32_t flags) override;
+
+  std::int32_t ReadPixels(std::uint8_t* memory, std::int32_t stride,
+                          std::uint32_t orientation) override;  // read_out.cpp
+  std::int32_t ExportImage(std::uint32_t kind, void** image,
+                           std::uint32_t* flag) override;  // export_image.cpp
+  std::int32_t GetPixels(std::uint8_t** out) override;
+  std::int32_t Compose(IZorSurface** out) override;  // compositor/compose.cpp
+  std::int32_t ResizeNow(std::int32_t width, std::int32_t height, std::int32_t fit,
+                         std::uint32_t quality) override;  // resize_driver.cpp
+  std::int32_t RotateNow(std::int32_t degrees) override;   // rotate_driver.cpp
+  std::int32_t ConvertNow(std::int32_t format) override;   // convert_driver.cpp
+  std::int32_t StretchFromSurfaceNow(RECT* target, IZorSurface* source, RECT* sourceRect,
+                                     std::uint32_t quality) override;  // stretch_driver.cpp
+  std::int32_t StretchToMemoryNow(RECT* source, RECT* target, std::uint8_t* memory,
+                                  std::int32_t width, std::int32_t height, std::int32_t stride,
+                                  std::uint32_t quality) override;
+  std::int32_t WarpRegionNow(std::int32_t handle, std::uint32_t value, double a, double b, double c,
+                             double d, std::int32_t value2) override;
+  std::int32_t FillNow(RECT* rectangle, std::uint32_t colour) override;  // fill_driver.cpp
+
+  /// Allocates the surface's own block. A value under 1 returns false and changes nothing.
+  /// @param bytes the size that the surface reports; the block covers more where the description
+  ///        says that later steps will touch more.
+  bool AllocatePixels(std::int32_t bytes) noexcept;
+  /// Frees the block if the surface owns it.
+  void FreePixels() noexcept;
+
+ private:
+  ~CZorSurfaceBuffer();
+
+  /// Copies the rows to @p memory, cut to the shorter stride, in the row order asked for.
+  void CopyRowsOut(std::uint8_t* memory, std::int32_t stride, std::uint32_t orientation) noexcept;
+
+  /// Frees the old block if it is owned, takes a new one and sets `StorageFlags` to 1.
+  void ReplacePixels(std::uint8_t* pixels) noexcept;
+
+  std::uint8_t* pixels_ = nullptr;
+  std::int32_t pixelBytes_ = 0;  ///< set by `AllocatePixels` only
+};
+
+}  // namespace zor
