@@ -41,7 +41,8 @@ std::uint8_t* AllocatePixelBlock(std::int64_t bytes, std::int64_t width, std::in
 /// Frees a block of `AllocatePixelBlock`; null is fine.
 void FreePixelBlock(std::uint8_t* pixels) noexcept;
 
-/// @return the size of the block proper, for drivers that check what an operand reaches.
+/// @return the size of the block proper, for drivers that check what an operand reaches; 0 for a
+///         pointer that isn't the start of such a block.
 std::int64_t PixelBlockBytes(const std::uint8_t* pixels) noexcept;
 
 }  // namespace zor

@@ -1,3 +1,15 @@
 # SPDX-License-Identifier: BSD-2-Clause
+if(WIN32)
+  set(zor_system win32)
+else()
+  set(zor_system posix)
+endif()
+
 list(APPEND ZOR_CORE_SOURCES
+  platform/memory.cpp
+  platform/pixel_block.cpp
+  platform/system_calls.cpp
+  platform/${zor_system}/memory.cpp
+  platform/${zor_system}/osa_layer.cpp
+  platform/${zor_system}/rect.cpp
 )

@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: BSD-2-Clause
+// Copyright (c) 2026, The ZorSurface authors
+
+#include "platform/system_calls.h"
+
+namespace zor {
+
+const SystemCalls& NativeSystemCalls() noexcept {
+  static const SystemCalls calls = {NativeMemoryCalls()};
+  return calls;
+}
+
+SystemCalls& CurrentSystemCalls() noexcept {
+  static SystemCalls calls = NativeSystemCalls();
+  return calls;
+}
+
+}  // namespace zor
