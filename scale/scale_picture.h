@@ -36,9 +36,11 @@ struct ScaleAxes {
   double stepY;
 };
 
-/// Scales by the route of the two pixel sizes and by the mode; an unknown pair, a size of 0 or an
-/// unknown mode leaves the target as it was. @param background the pixel word that fading modes
-/// fade into; null means 0.
+/// Scales by the route of the two pixel sizes and by the mode. An unknown pair or a size of 0
+/// leaves the target as it was, and so does a mode beyond `SCALE_AREA` on pixels of 3 and 4 bytes;
+/// one-byte planes take such a mode as bilinear. If either step is below 2 a box mode becomes
+/// bilinear, and a picture of one row or column is always sampled by the nearest pixel.
+/// @param background the pixel word that fading modes fade into; null means 0.
 void ScalePicture(const ScaleTarget& target, const ScaleSource& source, const ScaleAxes& axes,
                   ScaleMode mode, const std::uint32_t* background) noexcept;
 

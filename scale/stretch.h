@@ -30,10 +30,10 @@ std::uint32_t StretchRgb(std::uint8_t* target, std::uint32_t targetWidth, std::i
 /// Scales planar 4:2:0 pictures. `SCALE_PLANAR_SHARPEN` sharpens the source's luma in place.
 std::uint32_t StretchYuv420(std::uint8_t* source, std::uint32_t sourceWidth,
                             std::int32_t sourceHeight, std::int32_t sourceStride,
-                            const RECT* sourceRect, std::uint8_t* target,
-                            std::uint32_t targetWidth, std::int32_t targetHeight,
-                            std::int32_t targetStride, const RECT* targetRect, std::int32_t fit,
-                            ScaleMode mode, std::uint32_t bandColour) noexcept;
+                            const RECT* sourceRect, std::uint8_t* target, std::uint32_t targetWidth,
+                            std::int32_t targetHeight, std::int32_t targetStride,
+                            const RECT* targetRect, std::int32_t fit, ScaleMode mode,
+                            std::uint32_t bandColour) noexcept;
 
 /// Scales packed 4:2:2 pictures; the mode is not used.
 std::uint32_t StretchYuy2(const std::uint8_t* source, std::uint32_t sourceWidth,

@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: BSD-2-Clause
+// Copyright (c) 2026, The ZorSurface authors
+
+#include "scale/area.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <cstring>
+
+#include "platform/memory.h"
+#include "scale/area_rows.h"
+
+namespace zor {
+namespace {
+
+/// How much source a destination pixel covers. Each division is made in double and kept as float.
+struct AreaRatio {
+  float x;
+  float y;
+  float norm;  ///< what one whole source pixel counts
+};
+
+AreaRatio RatioOf(const ScaleTarget& target, const ScaleSource& source) noexcept {
+  const auto x = static_cast<float>(static_cast<double>(source.width) / target.width);
+  const auto y = static_cast<float>(static_cast<double>(source.height) / target.height);
+  const auto area = static_cast<double>(y) * static_cast<double>(x);
+  return {x, y, static_cast<float>(1.0 / area)};
+}
+
+/// Most entries that a row can have: each source pixel whole once, and two cut ones a column.
+std::uint64_t MostEntries(const ScaleTarget& target, const ScaleSource& source) noexcept {
+  return static_cast<std::uint64_t>(source.width) + 3 * static_cast<std::uint64_t>(target.width);
+}
+
+/// Lists what each source pixel of a row gives to which destination pixel.
+AreaList ListRow(const ScaleTarget& target, const ScaleSource& source, const AreaRatio& ratio,
+                 AreaEntry* entries) noexcept {
+  const std::int32_t channels = source.bytesPerPixel;
+  AreaList list{entries, 0, channels, target.width * channels, source.width * channels, 0};
+  const std::uint64_t most = MostEntries(target, source);
+  const auto add = [&](std::int32_t pixel, std::int32_t value, float weight) {
+    if (static_cast<std::uint64_t>(list.count) == most) return;
+    entries[list.count++] = {pixel * channels, value, weight};
+    list.reach = std::max(list.reach, (pixel + 1) * channels);
+  };
+  for (std::int32_t column = 0; column < target.width; ++column) {
+    const std::int32_t value = column * channels;
+    const float x1 = static_cast<float>(column) * ratio.x;
+    const float x2 = x1 + ratio.x;
+    const float ceiling = std::ceil(x1);
+    const float floor = std::floor(x2);
+    const auto firstWhole = static_cast<std::int32_t>(ceiling);
+    const auto endWhole = static_cast<std::int32_t>(floor);
+    if (x1 < ceiling) add(firstWhole - 1, value, (ceiling - x1) * ratio.norm);
+    for (std::int32_t k = firstWhole; k < endWhole; ++k) add(k, value, ratio.norm);
+    const float rest = x2 - floor;
+    if (static_cast<double>(rest) > kAreaTail) add(endWhole, value, ratio.norm * rest);
+  }
+  return list;
+}
+
+/// Runs the list over the source rows and writes a destination row at each boundary.
+void Accumulate(const ScaleTarget& target, const ScaleSource& source, float rowsPerTarget,
+                const AreaList& list, const AreaRowForm& form, const std::uint8_t* plan,
+                float* gathered, std::uint8_t* lastRow) noexcept {
+  std::uint8_t* out = target.pixels;
+  std::int32_t boundary = 1;
+  for (std::int32_t y = 0; y < source.height; ++y) {
+    const std::uint8_t* row = source.pixels + static_cast<std::ptrdiff_t>(y) * source.stride;
+    // A rounded position can lie behind the last pixel. What no longer belongs to the picture
+    // counts as 0.
+    const std::int64_t left = std::int64_t{source.height - 1 - y} * source.stride + list.rowBytes;
+    if (list.reach > left) {
+      std::memcpy(lastRow, row, static_cast<std::size_t>(left));
+      std::memset(lastRow + left, 0, static_cast<std::size_t>(list.reach - left));
+      row = lastRow;
+    }
+    const float edge = static_cast<float>(boundary) * rowsPerTarget;
+    const auto top = static_cast<float>(y + 1);
+    if (top < edge && y != source.height - 1) {
+      form.gather(gathered, row, plan);
+      continue;
+    }
+    if (boundary > target.height) return;
+    const float past = std::max(top - edge, 0.0f);
+    if (static_cast<double>(past) >= kAreaTail) {
+      form.split(out, gathered, row, plan, past);
+    } else {
+      form.finish(out, gathered, row, plan);
+    }
+    out += target.stride;
+    ++boundary;
+  }
+}
+
+}  // namespace
+
+bool AreaScale(const ScaleTarget& target, const ScaleSource& source, std::int64_t held) noexcept {
+  if (source.width == target.width && source.height == target.height) {
+    const std::int64_t bytes = std::min(std::int64_t{source.height} * source.stride, held);
+    if (bytes > 0) std::memcpy(target.pixels, source.pixels, static_cast<std::size_t>(bytes));
+    return true;
+  }
+  const AreaRatio ratio = RatioOf(target, source);
+  WorkArray<AreaEntry> entries(MostEntries(target, source));
+  if (!entries) return false;
+  const AreaList list = ListRow(target, source, ratio, entries.data());
+
+  int widest = WidestAreaRowForm(InnerVectorLevel());
+  std::uint64_t planBytes = 0;
+  while ((planBytes = kAreaRowForms[widest]->planBytes(list)) == 0) --widest;
+  const AreaRowForm& form = *kAreaRowForms[widest];
+
+  WorkArray<std::uint8_t> plan(planBytes);
+  const auto sums = static_cast<std::uint64_t>(list.values) + kAreaGroup;
+  WorkArray<float> gathered(sums);
+  WorkArray<std::uint8_t> lastRow(static_cast<std::uint64_t>(list.reach));
+  if (!plan || !gathered || !lastRow) return false;
+  std::memset(gathered.data(), 0, sums * sizeof(float));
+  form.plan(list, plan.data());
+  Accumulate(target, source, ratio.y, list, form, plan.data(), gathered.data(), lastRow.data());
+  return true;
+}
+
+}  // namespace zor

@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: BSD-2-Clause
+// Copyright (c) 2026, The ZorSurface authors
+#pragma once
+
+/// @file
+/// The row kernels of the area scaler and the forms they exist in. All forms give the same bytes:
+/// the additions of one value keep their order, only values are worked on side by side.
+
+#include <cstdint>
+
+#include "convert/feature_word.h"
+
+namespace zor {
+
+/// One source pixel's share in one destination pixel.
+struct AreaEntry {
+  std::int32_t source;  ///< byte offset within a source row
+  std::int32_t value;   ///< first channel's index within a destination row
+  float weight;
+};
+
+/// The contributions to one row, in the order of the source.
+struct AreaList {
+  const AreaEntry* entries;
+  std::int32_t count;
+  std::int32_t channels;
+  std::int32_t values;    ///< destination width times channels
+  std::int32_t rowBytes;  ///< bytes of a source row
+  std::int32_t reach;     ///< bytes that the entries read of a row; rounding can pass the row's end
+};
+
+/// With A[v] the sum of byte times weight over the entries of v in this source row, and B[v] what
+/// has gathered for v from the rows before:
+struct AreaRowForm {
+  const char* name;
+  /// @return bytes of a plan, or 0 if the list is beyond the form's reach.
+  std::uint64_t (*planBytes)(const AreaList& list) noexcept;
+  /// @param plan aligned to 64.
+  void (*plan)(const AreaList& list, std::uint8_t* plan) noexcept;
+  /// B += A.
+  void (*gather)(float* b, const std::uint8_t* row, const std::uint8_t* plan) noexcept;
+  /// out = low byte of trunc(A + B + 0.5), B = 0.
+  void (*finish)(std::uint8_t* out, float* b, const std::uint8_t* row,
+                 const std::uint8_t* plan) noexcept;
+  /// out = low byte of trunc(A * (1 - share) + B + 0.5), B = A * share.
+  void (*split)(std::uint8_t* out, float* b, const std::uint8_t* row, const std::uint8_t* plan,
+                float share) noexcept;
+};
+
+/// Values are worked on in groups; the gathered sums have room for a whole last group.
+inline constexpr std::int32_t kAreaGroup = 16;
+
+extern const AreaRowForm kAreaRowsPlain;
+
+/// The forms from plain to widest; plain takes any list.
+inline constexpr const AreaRowForm* kAreaRowForms[] = {&kAreaRowsPlain};
+inline constexpr int kAreaRowFormCount = 1;
+
+/// @return the place in `kAreaRowForms` of the widest form that may run at @p level.
+constexpr int WidestAreaRowForm(VectorLevel) {
+  return 0;
+}
+
+}  // namespace zor
