@@ -6,7 +6,9 @@
 namespace zor {
 
 const SystemCalls& NativeSystemCalls() noexcept {
-  static const SystemCalls calls = {NativeMemoryCalls()};
+  static const SystemCalls calls = {NativeMemoryCalls(), NativeGlobalMemoryCalls(),
+                                    NativeDirectDrawCalls(), NativeDirectDrawSurfaceCalls(),
+                                    NativeKelpToolCalls()};
   return calls;
 }
 
