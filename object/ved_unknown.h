@@ -30,8 +30,19 @@ class CVedUnknown {
   ~CVedUnknown();
 
  private:
-  std::int32_t referenceCount_ = 0;
+  /// Adds @p step to the count. @return the count after it.
+  std::uint32_t Count(std::uint32_t step) noexcept;
+
+  std::uint32_t referenceCount_ = 0;
   zor::OsaCriticalSection countLock_;
 };
+
+/// @return whether two identifiers are equal in all four words.
+bool SameIdentifier(const GUID& a, const GUID& b) noexcept;
+
+/// The `QueryInterface` of a concrete class: gives @p object for @p own and for `IID_IVedUnknown`.
+/// @param object the object's first base.
+/// @return see `IVedUnknown::QueryInterface`.
+std::int32_t AnswerInterface(IVedUnknown* object, const GUID& own, const GUID* id, void** out);
 
 }  // namespace VideoEdit

@@ -12,3 +12,10 @@
 #else
 #error "ZorSurface is built with GCC or Clang (MinGW-w64 on Windows)."
 #endif
+
+/// Marks what the shared library exports; on Windows the export definition file names it.
+#if defined(_WIN32)
+#define ZOR_EXPORT
+#else
+#define ZOR_EXPORT __attribute__((visibility("default")))
+#endif

@@ -82,8 +82,8 @@ class CZorSurface : public IZorSurface, public VideoEdit::CVedUnknown {
   std::int32_t Rotate(std::int32_t degrees) override;
   std::int32_t WarpRegion(std::int32_t handle, std::uint32_t value, double a, double b, double c,
                           double d, std::int32_t value2) override;
-  std::int32_t StretchToMemory(RECT* source, RECT* target, std::uint8_t* memory,
-                               std::int32_t width, std::int32_t height, std::int32_t stride,
+  std::int32_t StretchToMemory(RECT* source, RECT* target, std::uint8_t* memory, std::int32_t width,
+                               std::int32_t height, std::int32_t stride,
                                std::uint32_t quality) override;
   std::int32_t StretchFromSurface(RECT* target, IZorSurface* source, RECT* sourceRect,
                                   std::uint32_t quality) override;
@@ -101,6 +101,11 @@ class CZorSurface : public IZorSurface, public VideoEdit::CVedUnknown {
   /// a record of unknown type.
   std::int32_t RunOperation(const SurfaceOperation& operation, std::int32_t previous);
 
+  /// Flushes this surface and copies its pixels, at most @p blockBytes, to a clone's block.
+  std::int32_t ClonePixels(IZorSurface* clone, std::int32_t blockBytes);
+  /// Gives the clone a clone of the mask. @return the result of the mask's `Clone`.
+  std::int32_t CloneMask(IZorSurface* clone);
+
   SurfaceDescription description_;
   std::uint32_t storageFlags_ = 0;
   std::int32_t aspectWidth_ = 0;
@@ -114,6 +119,7 @@ class CZorSurface : public IZorSurface, public VideoEdit::CVedUnknown {
   BoundedList<SurfaceOperation, 0x0AAAAAAA> operationQueue_;
   DirectOutput direct_;
   OsaCriticalSection queueLock_;
+  bool inClone_ = false;  ///< the mask is being cloned
 };
 
 }  // namespace zor

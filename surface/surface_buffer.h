@@ -49,8 +49,15 @@ class CZorSurfaceBuffer final : public CZorSurface {
  private:
   ~CZorSurfaceBuffer();
 
-  /// Copies the rows to @p memory, cut to the shorter stride, in the row order asked for.
-  void CopyRowsOut(std::uint8_t* memory, std::int32_t stride, std::uint32_t orientation) noexcept;
+  /// Copies the rows to @p memory, cut to the shorter stride, in the row order asked for. Formats
+  /// 1, 2, 4 and 5; others copy nothing.
+  /// @param room bytes of @p memory; nothing is written behind them.
+  void CopyRowsOut(std::uint8_t* memory, std::int32_t stride, std::uint32_t orientation,
+                   std::int64_t room = INT64_MAX) noexcept;  // read_out.cpp
+
+  /// The two exports behind the flush: @p image receives the handle. @return `VED_OK` or `E_FAIL`.
+  std::int32_t ExportGlobalDib(void** image);
+  std::int32_t ExportDirectDraw(void** image);
 
   /// Frees the old block if it is owned, takes a new one and sets `StorageFlags` to 1.
   void ReplacePixels(std::uint8_t* pixels) noexcept;
