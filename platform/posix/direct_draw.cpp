@@ -5,8 +5,6 @@
 
 #include "platform/direct_draw.h"
 
-#include <zorsurface/result_codes.h>
-
 #include <atomic>
 #include <cstring>
 #include <new>
