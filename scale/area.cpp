@@ -60,37 +60,48 @@ AreaList ListRow(const ScaleTarget& target, const ScaleSource& source, const Are
   return list;
 }
 
-/// Runs the list over the source rows and writes a destination row at each boundary.
-void Accumulate(const ScaleTarget& target, const ScaleSource& source, float rowsPerTarget,
-                const AreaList& list, const AreaRowForm& form, const std::uint8_t* plan,
-                float* gathered, std::uint8_t* lastRow) noexcept {
+/// Where the source rows of a picture stand. A rounded position across can lie behind the last
+/// pixel; of the rows for which that is outside of the picture @p lastRow gets a longer copy.
+class SourceRows {
+ public:
+  SourceRows(const ScaleSource& source, const AreaList& list, std::uint8_t* lastRow) noexcept
+      : source_(source), list_(list), lastRow_(lastRow) {}
+
+  const std::uint8_t* Get(std::int32_t y) const noexcept {
+    const std::uint8_t* row = source_.pixels + static_cast<std::ptrdiff_t>(y) * source_.stride;
+    const std::int64_t left =
+        std::int64_t{source_.height - 1 - y} * source_.stride + list_.rowBytes;
+    if (list_.reach <= left) return row;
+    std::memcpy(lastRow_, row, static_cast<std::size_t>(left));
+    std::memset(lastRow_ + left, 0, static_cast<std::size_t>(list_.reach - left));
+    return lastRow_;
+  }
+
+ private:
+  const ScaleSource& source_;
+  const AreaList& list_;
+  std::uint8_t* lastRow_;
+};
+
+/// Gathers source rows up to each boundary and writes the destination row that ends there. The last
+/// source row ends whatever row has been reached.
+void Accumulate(const ScaleTarget& target, std::int32_t sourceHeight, float rowsPerTarget,
+                const SourceRows& source, const AreaRowForm& form, const std::uint8_t* plan,
+                float* gathered, const std::uint8_t** rows) noexcept {
   std::uint8_t* out = target.pixels;
-  std::int32_t boundary = 1;
-  for (std::int32_t y = 0; y < source.height; ++y) {
-    const std::uint8_t* row = source.pixels + static_cast<std::ptrdiff_t>(y) * source.stride;
-    // A rounded position can lie behind the last pixel. What no longer belongs to the picture
-    // counts as 0.
-    const std::int64_t left = std::int64_t{source.height - 1 - y} * source.stride + list.rowBytes;
-    if (list.reach > left) {
-      std::memcpy(lastRow, row, static_cast<std::size_t>(left));
-      std::memset(lastRow + left, 0, static_cast<std::size_t>(list.reach - left));
-      row = lastRow;
-    }
+  std::int32_t y = 0;
+  for (std::int32_t boundary = 1; boundary <= target.height && y < sourceHeight; ++boundary) {
     const float edge = static_cast<float>(boundary) * rowsPerTarget;
-    const auto top = static_cast<float>(y + 1);
-    if (top < edge && y != source.height - 1) {
-      form.gather(gathered, row, plan);
-      continue;
-    }
-    if (boundary > target.height) return;
-    const float past = std::max(top - edge, 0.0f);
-    if (static_cast<double>(past) >= kAreaTail) {
-      form.split(out, gathered, row, plan, past);
-    } else {
-      form.finish(out, gathered, row, plan);
-    }
+    std::int32_t count = 0;
+    float top;
+    do {
+      rows[count++] = source.Get(y);
+      top = static_cast<float>(++y);
+    } while (top < edge && y < sourceHeight);
+    const float past = top - edge;
+    form.row(out, gathered, rows, count, static_cast<double>(past) >= kAreaTail ? past : 0.0f,
+             plan);
     out += target.stride;
-    ++boundary;
   }
 }
 
@@ -116,10 +127,12 @@ bool AreaScale(const ScaleTarget& target, const ScaleSource& source, std::int64_
   const auto sums = static_cast<std::uint64_t>(list.values) + kAreaGroup;
   WorkArray<float> gathered(sums);
   WorkArray<std::uint8_t> lastRow(static_cast<std::uint64_t>(list.reach));
-  if (!plan || !gathered || !lastRow) return false;
+  WorkArray<const std::uint8_t*> rows(static_cast<std::uint64_t>(source.height));
+  if (!plan || !gathered || !lastRow || !rows) return false;
   std::memset(gathered.data(), 0, sums * sizeof(float));
   form.plan(list, plan.data());
-  Accumulate(target, source, ratio.y, list, form, plan.data(), gathered.data(), lastRow.data());
+  Accumulate(target, source.height, ratio.y, SourceRows(source, list, lastRow.data()), form,
+             plan.data(), gathered.data(), rows.data());
   return true;
 }
 

@@ -29,36 +29,39 @@ struct AreaList {
   std::int32_t reach;     ///< bytes that the entries read of a row; rounding can pass the row's end
 };
 
-/// With A[v] the sum of byte times weight over the entries of v in this source row, and B[v] what
-/// has gathered for v from the rows before:
+/// The kernel makes one destination row. For each source row, A[v] is the sum of byte times weight
+/// over the entries of v, and B[v] what has gathered for v so far. Every row but the last adds A to
+/// B. The last one straddles the boundary by the given share:
+///     out[v] = low byte of trunc(A[v] * (1 - share) + B[v] + 0.5), B[v] = A[v] * share
+/// so that without a share all of it is given out and nothing stays.
 struct AreaRowForm {
   const char* name;
   /// @return bytes of a plan, or 0 if the list is beyond the form's reach.
   std::uint64_t (*planBytes)(const AreaList& list) noexcept;
   /// @param plan aligned to 64.
   void (*plan)(const AreaList& list, std::uint8_t* plan) noexcept;
-  /// B += A.
-  void (*gather)(float* b, const std::uint8_t* row, const std::uint8_t* plan) noexcept;
-  /// out = low byte of trunc(A + B + 0.5), B = 0.
-  void (*finish)(std::uint8_t* out, float* b, const std::uint8_t* row,
-                 const std::uint8_t* plan) noexcept;
-  /// out = low byte of trunc(A * (1 - share) + B + 0.5), B = A * share.
-  void (*split)(std::uint8_t* out, float* b, const std::uint8_t* row, const std::uint8_t* plan,
-                float share) noexcept;
+  /// @param b gathered sums, aligned to 64, with room for a whole last group.
+  /// @param rows the source rows, @p count of them, at least 1.
+  void (*row)(std::uint8_t* out, float* b, const std::uint8_t* const* rows, std::int32_t count,
+              float share, const std::uint8_t* plan) noexcept;
 };
 
 /// Values are worked on in groups; the gathered sums have room for a whole last group.
 inline constexpr std::int32_t kAreaGroup = 16;
 
 extern const AreaRowForm kAreaRowsPlain;
+extern const AreaRowForm kAreaRowsSse2;
+extern const AreaRowForm kAreaRowsAvx2;
+extern const AreaRowForm kAreaRowsAvx512;
 
 /// The forms from plain to widest; plain takes any list.
-inline constexpr const AreaRowForm* kAreaRowForms[] = {&kAreaRowsPlain};
-inline constexpr int kAreaRowFormCount = 1;
+inline constexpr const AreaRowForm* kAreaRowForms[] = {&kAreaRowsPlain, &kAreaRowsSse2,
+                                                       &kAreaRowsAvx2, &kAreaRowsAvx512};
+inline constexpr int kAreaRowFormCount = 4;
 
 /// @return the place in `kAreaRowForms` of the widest form that may run at @p level.
-constexpr int WidestAreaRowForm(VectorLevel) {
-  return 0;
+constexpr int WidestAreaRowForm(VectorLevel level) {
+  return static_cast<int>(level) + 1;
 }
 
 }  // namespace zor

@@ -38,33 +38,21 @@ ZOR_ALWAYS_INLINE void ForEachValue(const std::uint8_t* row, const std::uint8_t*
   }
 }
 
-ZOR_ALWAYS_INLINE std::uint8_t LowByte(float sum) noexcept {
-  return static_cast<std::uint8_t>(static_cast<std::int32_t>(sum));
-}
-
-void Gather(float* b, const std::uint8_t* row, const std::uint8_t* plan) noexcept {
-  ForEachValue(row, plan, [=](std::int32_t v, float a) { b[v] += a; });
-}
-
-void Finish(std::uint8_t* out, float* b, const std::uint8_t* row,
-            const std::uint8_t* plan) noexcept {
-  ForEachValue(row, plan, [=](std::int32_t v, float a) {
-    out[v] = LowByte(a + b[v] + 0.5f);
-    b[v] = 0;
-  });
-}
-
-void Split(std::uint8_t* out, float* b, const std::uint8_t* row, const std::uint8_t* plan,
-           float share) noexcept {
+void Row(std::uint8_t* out, float* b, const std::uint8_t* const* rows, std::int32_t count,
+         float share, const std::uint8_t* plan) noexcept {
+  for (std::int32_t y = 0; y < count - 1; ++y) {
+    ForEachValue(rows[y], plan, [=](std::int32_t v, float a) { b[v] += a; });
+  }
   const float rest = 1.0f - share;
-  ForEachValue(row, plan, [=](std::int32_t v, float a) {
-    out[v] = LowByte(a * rest + b[v] + 0.5f);
+  ForEachValue(rows[count - 1], plan, [=](std::int32_t v, float a) {
+    const float sum = a * rest + b[v] + 0.5f;
+    out[v] = static_cast<std::uint8_t>(static_cast<std::int32_t>(sum));
     b[v] = a * share;
   });
 }
 
 }  // namespace
 
-const AreaRowForm kAreaRowsPlain = {"plain", PlanBytes, Plan, Gather, Finish, Split};
+const AreaRowForm kAreaRowsPlain = {"plain", PlanBytes, Plan, Row};
 
 }  // namespace zor

@@ -57,14 +57,18 @@ struct GrayRowForm {
 };
 
 extern const GrayRowForm kGrayRowsPlain;
+extern const GrayRowForm kGrayRowsSse2;
+extern const GrayRowForm kGrayRowsAvx2;
+extern const GrayRowForm kGrayRowsAvx512;
 
 /// The forms from plain to widest. Plain and SSE2 take any columns.
-inline constexpr const GrayRowForm* kGrayRowForms[] = {&kGrayRowsPlain};
-inline constexpr int kGrayRowFormCount = 1;
+inline constexpr const GrayRowForm* kGrayRowForms[] = {&kGrayRowsPlain, &kGrayRowsSse2,
+                                                       &kGrayRowsAvx2, &kGrayRowsAvx512};
+inline constexpr int kGrayRowFormCount = 4;
 
 /// @return the place in `kGrayRowForms` of the widest form that may run at @p level.
-constexpr int WidestGrayRowForm(VectorLevel) {
-  return 0;
+constexpr int WidestGrayRowForm(VectorLevel level) {
+  return static_cast<int>(level) + 1;
 }
 
 }  // namespace zor
