@@ -235,6 +235,53 @@ TEST(DirectDrawLevel, NoSurfaceIsMadeBeforeTheLevelIsSet) {
 
 #ifndef _WIN32
 
+/// A host's own surface over its own memory.
+class HostSurface final : public IDirectDrawSurface7 {
+ public:
+  std::uint32_t AddRef() override { return ++references; }
+  std::uint32_t Release() override { return --references; }
+  std::int32_t GetSurfaceDesc(DDSURFACEDESC2* desc) override {
+    desc->dwWidth = 4;
+    desc->dwHeight = 2;
+    desc->lPitch = 20;
+    desc->ddpfPixelFormat.dwRGBBitCount = 32;
+    return DD_OK;
+  }
+  std::int32_t Lock(RECT* rect, DDSURFACEDESC2* desc, std::uint32_t flags, void* event) override {
+    EXPECT_EQ(rect, nullptr);
+    EXPECT_EQ(flags, DDLOCK_WAIT);
+    EXPECT_EQ(event, nullptr);
+    EXPECT_EQ(desc->dwSize, 124u);
+    GetSurfaceDesc(desc);
+    desc->lpSurface = memory;
+    ++locks;
+    return DD_OK;
+  }
+  std::int32_t Unlock(RECT* rect) override {
+    EXPECT_EQ(rect, nullptr);
+    --locks;
+    return DD_OK;
+  }
+
+  std::uint32_t references = 1;
+  int locks = 0;
+  std::uint8_t memory[40] = {};
+};
+
+TEST(DirectDrawHost, ASurfaceThatAHostImplementsIsLockedWholeAndUnlocked) {
+  HostSurface surface;
+  DDSURFACEDESC2 desc = zor::EmptySurfaceDesc();
+  EXPECT_EQ(zor::GetSurfaceDesc(&surface, &desc), DD_OK);
+  EXPECT_EQ(desc.lPitch, 20);
+  EXPECT_EQ(zor::LockSurface(&surface, &desc), DD_OK);
+  EXPECT_EQ(desc.lpSurface, surface.memory);
+  EXPECT_EQ(surface.locks, 1);
+  EXPECT_EQ(zor::UnlockSurface(&surface), DD_OK);
+  EXPECT_EQ(surface.locks, 0);
+  EXPECT_EQ(surface.AddRef(), 2u);
+  EXPECT_EQ(zor::ReleaseSurface(&surface), 1u);
+}
+
 TEST_F(DirectDraw, SoftwareSurfacesLieInSystemMemoryOnly) {
   DDSURFACEDESC2 desc = RgbDesc(4, 4, 32);
   desc.ddsCaps.dwCaps = DDSCAPS_OFFSCREENPLAIN;

@@ -12,7 +12,13 @@
 namespace {
 
 TEST(GlobalMemory, ABlockIsZeroedLockedWrittenAndReadBack) {
-  zor::GlobalHandle const handle = zor::GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, 1000);
+  zor::GlobalHandle handle = zor::GlobalAlloc(GMEM_MOVEABLE, 1000);
+  ASSERT_NE(handle, nullptr);
+  std::memset(zor::GlobalLock(handle), 0xEE, 1000);  // used heap for the next block
+  zor::GlobalUnlock(handle);
+  zor::GlobalFree(handle);
+
+  handle = zor::GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, 1000);
   ASSERT_NE(handle, nullptr);
   EXPECT_GE(zor::GlobalSize(handle), 1000u);
   auto* bytes = static_cast<std::uint8_t*>(zor::GlobalLock(handle));

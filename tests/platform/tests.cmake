@@ -9,10 +9,13 @@ zor_add_test(platform_test
   ${CMAKE_CURRENT_LIST_DIR}/rect_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/system_calls_test.cpp)
 
-# Where no uKelpTool is: a folder of its own, and no library path.
-set(zor_no_kelp ${CMAKE_CURRENT_BINARY_DIR}/no_kelp)
-file(MAKE_DIRECTORY ${zor_no_kelp})
-zor_add_test(platform_no_kelp_test ${CMAKE_CURRENT_LIST_DIR}/no_kelp_test.cpp)
-set_target_properties(platform_no_kelp_test PROPERTIES
-  BUILD_RPATH "" RUNTIME_OUTPUT_DIRECTORY ${zor_no_kelp})
-set_tests_properties(platform_no_kelp_test PROPERTIES WORKING_DIRECTORY ${zor_no_kelp})
+# Where no uKelpTool is: a folder of its own, and no library path. Wine can also be told to have no
+# DirectDraw.
+set(zor_alone ${CMAKE_CURRENT_BINARY_DIR}/alone)
+file(MAKE_DIRECTORY ${zor_alone})
+zor_add_test(platform_missing_libraries_test ${CMAKE_CURRENT_LIST_DIR}/missing_libraries_test.cpp)
+set_target_properties(platform_missing_libraries_test PROPERTIES
+  BUILD_RPATH "" RUNTIME_OUTPUT_DIRECTORY ${zor_alone})
+set_tests_properties(platform_missing_libraries_test PROPERTIES
+  WORKING_DIRECTORY ${zor_alone}
+  ENVIRONMENT "WINEDLLOVERRIDES=mscoree,mshtml,ddraw=\\;winemenubuilder.exe,winedbg.exe=d")

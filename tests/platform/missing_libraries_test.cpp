@@ -3,7 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/direct_draw.h"
 #include "platform/kelp_tool.h"
+#include "platform/shared_library.h"
 
 namespace {
 
@@ -21,5 +23,20 @@ TEST(KelpToolMissing, EveryCallFailsAndTouchesNothing) {
     EXPECT_EQ(address, &dib);
   }
 }
+
+TEST(SharedLibrary, OneThatIsNowhereIsNull) {
+  EXPECT_EQ(zor::OpenSharedLibrary("nowhere-to-be-found"), nullptr);
+}
+
+#ifdef _WIN32
+TEST(DirectDrawMissing, CreationFailsAndTouchesNothing) {
+  if (zor::OpenSharedLibrary("ddraw.dll") != nullptr) {
+    GTEST_SKIP() << "DirectDraw is here: run with WINEDLLOVERRIDES=ddraw=";
+  }
+  IDirectDraw7* directDraw = nullptr;
+  EXPECT_EQ(zor::DirectDrawCreateEx(&directDraw), E_FAIL);
+  EXPECT_EQ(directDraw, nullptr);
+}
+#endif
 
 }  // namespace
