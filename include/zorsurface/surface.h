@@ -58,8 +58,9 @@ struct IZorSurface : VideoEdit::IVedUnknown {
   /// @param orientation row order wanted: 1 top-down, 0 bottom-up.
   virtual std::int32_t ReadPixels(std::uint8_t* memory, std::int32_t stride,
                                   std::uint32_t orientation) = 0;
-  /// Flushes, then makes a system image that the host owns. @param kind 1: a DirectDraw surface;
-  /// 2: a device-independent bitmap in global memory. @param flag receives 1.
+  /// Flushes, then makes a system image that the host owns. @param kind 1: a DirectDraw surface
+  /// (zorsurface/direct_draw.h); 2: a device-independent bitmap in global memory, freed with
+  /// `GlobalFree`, or with `free` where there is none. @param flag receives 1.
   virtual std::int32_t ExportImage(std::uint32_t kind, void** image, std::uint32_t* flag) = 0;
   /// Flushes, then gives the address of the surface's own block, valid until the next operation
   /// that replaces it. @p out stays as it is when there are no pixels.

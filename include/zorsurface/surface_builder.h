@@ -8,11 +8,14 @@
 #include <zorsurface/memory_source.h>
 #include <zorsurface/surface.h>
 
-/// `ISurfaceBuilder::CreateFromSource`: a `uKelpTool` video-DIB handle.
+/// `ISurfaceBuilder::CreateFromSource`: a video-DIB handle of `uKelpTool`, which is looked for at run
+/// time (uKelpTool.dll; libuKelpTool.so).
 inline constexpr std::int32_t SOURCE_KELP = 0;
-/// `ISurfaceBuilder::CreateFromSource`: a DirectDraw surface (`IDirectDrawSurface7`).
+/// `ISurfaceBuilder::CreateFromSource`: a DirectDraw surface (`IDirectDrawSurface7`); see
+/// zorsurface/direct_draw.h for what that is where there is no DirectDraw.
 inline constexpr std::int32_t SOURCE_DIRECT_DRAW = 1;
-/// `ISurfaceBuilder::CreateFromSource`: a device-independent bitmap in global memory.
+/// `ISurfaceBuilder::CreateFromSource`: a device-independent bitmap in global memory; where there is
+/// none, in a block of `malloc`, whose address is the handle.
 inline constexpr std::int32_t SOURCE_GLOBAL_DIB = 2;
 /// The flag that every `CreateFromSource` must carry: copy the pixels.
 inline constexpr std::uint32_t STORAGE_COPY = 4;
