@@ -7,5 +7,6 @@ list(APPEND ZOR_CORE_SOURCES
   compositor/blend_rows_avx512.cpp
   compositor/blend_rows_plain.cpp
   compositor/blend_rows_sse2.cpp
+  compositor/compose.cpp
   compositor/key_colour.cpp
 )

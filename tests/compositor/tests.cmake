@@ -1,0 +1,2 @@
+# SPDX-License-Identifier: BSD-2-Clause
+zor_add_test(blend_test ${CMAKE_CURRENT_LIST_DIR}/blend_test.cpp)
