@@ -384,12 +384,14 @@ TEST_F(Blend, BlackKeyLeavesOutBlackAndAKeyAboveTheByteRangeLeavesNothingOut) {
   }
 }
 
-TEST_F(Blend, OpacityOf256DrawsNothing) {
+TEST_F(Blend, OpacityOf256AndAboveDrawsNothing) {
   const Geometry g{8, 2};
   Bytes target(24, 50), child(24, 128);
   const RECT r = Rect(0, 0, 8, 2);
   for (const bool sse2 : {false, true}) {
-    EXPECT_EQ(target, RunKeyed(target, child, {g, g, r, r}, 256, {-1, -1, -1}, sse2));
+    for (const std::uint32_t opacity : {256u, 257u, 300u, 0xFFFFFFFFu}) {
+      EXPECT_EQ(target, RunKeyed(target, child, {g, g, r, r}, opacity, {-1, -1, -1}, sse2));
+    }
   }
 }
 
@@ -405,6 +407,22 @@ TEST(KeyColour, FollowsItsMatrix) {
   EXPECT_EQ((std::vector<std::int32_t>{45, 255, 107}), key(0x000000FF));
   // Pure red is byte 2: 76.245, 128 - 43.095, 255.5.
   EXPECT_EQ((std::vector<std::int32_t>{92, 84, 255}), key(0x00FF0000));
+  // Pure green: 149.685, 128 - 84.405, 128 - 106.845.
+  EXPECT_EQ((std::vector<std::int32_t>{165, 43, 21}), key(0x0000FF00));
+  // In thousandths, where no value stands so near a whole number that a double could pass it.
+  for (std::uint32_t r = 0; r < 256; r += 7) {
+    for (std::uint32_t g = 0; g < 256; g += 5) {
+      for (std::uint32_t b = 0; b < 256; b += 3) {
+        const std::uint32_t y = 299 * r + 587 * g + 114 * b;
+        const std::uint32_t u = 500 * b + 128000 - 169 * r - 331 * g;
+        const std::uint32_t v = 500 * r + 128000 - 419 * g - 81 * b;
+        const KeyColour k = KeyColourOf(r << 16 | g << 8 | b);
+        if (y % 1000 != 0) ASSERT_EQ(y / 1000 + 16, static_cast<std::uint32_t>(k.y));
+        if (u % 1000 != 0) ASSERT_EQ(u / 1000, static_cast<std::uint32_t>(k.u));
+        if (v % 1000 != 0) ASSERT_EQ(v / 1000, static_cast<std::uint32_t>(k.v));
+      }
+    }
+  }
   // The top byte takes no part.
   EXPECT_EQ(key(0x00123456), key(0xAB123456));
   EXPECT_NE(key(0xFE000000), key(0xFF000000));
