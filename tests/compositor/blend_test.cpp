@@ -417,9 +417,9 @@ TEST(KeyColour, FollowsItsMatrix) {
         const std::uint32_t u = 500 * b + 128000 - 169 * r - 331 * g;
         const std::uint32_t v = 500 * r + 128000 - 419 * g - 81 * b;
         const KeyColour k = KeyColourOf(r << 16 | g << 8 | b);
-        if (y % 1000 != 0) ASSERT_EQ(y / 1000 + 16, static_cast<std::uint32_t>(k.y));
-        if (u % 1000 != 0) ASSERT_EQ(u / 1000, static_cast<std::uint32_t>(k.u));
-        if (v % 1000 != 0) ASSERT_EQ(v / 1000, static_cast<std::uint32_t>(k.v));
+        if (y % 1000 != 0) { ASSERT_EQ(y / 1000 + 16, static_cast<std::uint32_t>(k.y)); }
+        if (u % 1000 != 0) { ASSERT_EQ(u / 1000, static_cast<std::uint32_t>(k.u)); }
+        if (v % 1000 != 0) { ASSERT_EQ(v / 1000, static_cast<std::uint32_t>(k.v)); }
       }
     }
   }
