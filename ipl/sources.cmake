@@ -1,3 +1,11 @@
 # SPDX-License-Identifier: BSD-2-Clause
 list(APPEND ZOR_CORE_SOURCES
+  ipl/iplalloc.cpp
+  ipl/iplborde.cpp
+  ipl/iplstatus.cpp
+  ipl/iplwarp.cpp
+  ipl/move_lattice.cpp
+  ipl/ownrect.cpp
+  ipl/warp_nearest.cpp
+  ipl/warp_smooth.cpp
 )
