@@ -85,7 +85,12 @@ std::int32_t CheckImage(const IplImage& image) {
 }
 
 /// The first four bytes of a text, its terminator among them; nothing behind it is read.
-void CopyFour(char (&out)[4], const char* text) { std::strncpy(out, text, sizeof out); }
+void CopyFour(char (&out)[4], const char* text) {
+  for (int i = 0; i < 4; ++i) {
+    out[i] = text[i];
+    if (text[i] == 0) break;
+  }
+}
 
 }  // namespace
 

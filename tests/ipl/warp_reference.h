@@ -7,6 +7,7 @@
 
 #include <cmath>
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 #include "ipl/iplalloc.h"
@@ -92,6 +93,40 @@ inline bool RowSpan(const double* q, int y, int width, int* start, int* end) {
   *start = static_cast<int>(std::ceil(low)) - (1 - (std::ceil(low) - low) < kHair ? 1 : 0);
   *end = static_cast<int>(std::floor(high)) + (1 - (high - std::floor(high)) < kHair ? 1 : 0);
   return true;
+}
+
+/// First and last row of a quadrilateral's part inside of a picture. @return whether there is one.
+inline bool ClippedRows(const double* quad, int width, int height, int* first, int* last) {
+  using Point = std::pair<double, double>;
+  std::vector<Point> shape;
+  for (int i = 0; i < 4; ++i) shape.emplace_back(quad[2 * i], quad[2 * i + 1]);
+  auto cut = [&](bool vertical, double limit, bool above) {
+    auto at = [&](const Point& p) { return vertical ? p.second : p.first; };
+    auto other = [&](const Point& p) { return vertical ? p.first : p.second; };
+    auto in = [&](const Point& p) { return above ? at(p) >= limit : at(p) <= limit; };
+    std::vector<Point> kept;
+    for (std::size_t i = 0; i < shape.size(); ++i) {
+      const Point p = shape[i], q = shape[(i + 1) % shape.size()];
+      if (in(p)) kept.push_back(p);
+      if (in(p) == in(q)) continue;
+      const double c = (other(q) - other(p)) / (at(q) - at(p)) * (limit - at(p)) + other(p);
+      kept.push_back(vertical ? Point{c, limit} : Point{limit, c});
+    }
+    shape = kept;
+  };
+  cut(true, 0, true);
+  cut(true, height - 1, false);
+  cut(false, 0, true);
+  cut(false, width - 1, false);
+  if (shape.empty()) return false;
+  double low = INFINITY, high = -INFINITY;
+  for (const Point& p : shape) {
+    low = std::fmin(low, p.second);
+    high = std::fmax(high, p.second);
+  }
+  *first = static_cast<int>(std::ceil(low));
+  *last = static_cast<int>(std::floor(high));
+  return *first <= *last;
 }
 
 /// The source pixel of a destination pixel: 16.16 words, wrapping, a half added, shifted down.
