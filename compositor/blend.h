@@ -27,7 +27,7 @@ struct BlockBytes {
 };
 
 /// One planar picture as the blends see it: luma, then a U plane, then a V plane in one block.
-struct PlanarPicture {
+struct BlendPlanes {
   BlockBytes block;
   std::uint32_t stride;  ///< bytes, of luma; chroma rows have half
   std::uint32_t height;
@@ -78,7 +78,7 @@ KeyColour KeyColourOf(std::uint32_t backColour) noexcept;
 /// of a batch over the end of a row, which blends those entries again; a chroma sample is blended
 /// once per full batch that holds it.
 /// @param opacity weight of the target; 256 and above draw nothing.
-void BlendYuv420Keyed(const PlanarPicture& target, const PlanarPicture& child,
+void BlendYuv420Keyed(const BlendPlanes& target, const BlendPlanes& child,
                       const RECT& destRect, const RECT& sourceRect, std::uint32_t opacity,
                       const KeyColour& key, bool useSse2) noexcept;
 

@@ -21,7 +21,7 @@ struct RowPlace {
 /// The geometry of one blend.
 class KeyedWalk {
  public:
-  KeyedWalk(const PlanarPicture& target, const PlanarPicture& child, const RECT& destRect,
+  KeyedWalk(const BlendPlanes& target, const BlendPlanes& child, const RECT& destRect,
             const RECT& sourceRect)
       : width(std::int64_t{destRect.right} - destRect.left),
         rows(std::int64_t{destRect.bottom} - destRect.top),
@@ -59,7 +59,7 @@ class KeyedWalk {
   struct Origin {
     std::int64_t y, u, vBehindU, stride;
   };
-  static Origin Planes(const PlanarPicture& picture, const RECT& rect) {
+  static Origin Planes(const BlendPlanes& picture, const RECT& rect) {
     const std::int64_t s = picture.stride;
     const std::int64_t plane = s * picture.height;
     return {rect.top * s + rect.left, plane + rect.top / 2 * (s / 2) + rect.left / 2, plane >> 2,
@@ -232,7 +232,7 @@ void CopyRows(std::uint8_t* target, const std::uint8_t* child, const KeyedWalk& 
 
 }  // namespace
 
-void BlendYuv420Keyed(const PlanarPicture& target, const PlanarPicture& child,
+void BlendYuv420Keyed(const BlendPlanes& target, const BlendPlanes& child,
                       const RECT& destRect, const RECT& sourceRect, std::uint32_t opacity,
                       const KeyColour& key, bool useSse2) noexcept {
   const KeyedWalk walk(target, child, destRect, sourceRect);

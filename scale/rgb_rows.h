@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: BSD-2-Clause
+// Copyright (c) 2026, The ZorSurface authors
+#pragma once
+
+/// @file
+/// Fast rows of 3- and 4-byte pixels, in forms of equal bytes.
+
+#include <cstdint>
+
+#include "convert/feature_word.h"
+
+namespace zor {
+
+/// A run of columns as the axis table gives it.
+struct RgbColumns {
+  const std::int32_t* offsets;  ///< bytes of each column's pixel in a source row, never falling
+  const std::uint32_t* words;   ///< one weight in all four bytes; not read by picking
+  std::int32_t count;
+  std::int32_t pixelBytes;  ///< of the source: 3 or 4
+  std::int64_t rowBytes;    ///< bytes of a source row that may be read
+};
+
+/// A kernel that reads through a column table. Its plan is made from the table once per picture.
+struct RgbColumnKernel {
+  /// @return bytes of a plan, or -1 if these columns are beyond the form's reach.
+  std::int64_t (*planBytes)(const RgbColumns& columns) noexcept;
+  /// @param plan aligned to 64.
+  void (*plan)(const RgbColumns& columns, std::uint8_t* plan) noexcept;
+  /// Writes 4 bytes per column; a 3-byte pixel gets 0 as its fourth.
+  void (*row)(std::uint8_t* out, const std::uint8_t* row, const RgbColumns& columns,
+              const std::uint8_t* plan) noexcept;
+};
+
+struct RgbRowForm {
+  const char* name;
+  RgbColumnKernel pick;    ///< the pixel at each offset
+  RgbColumnKernel across;  ///< lerp(p, q, weight), q the pixel behind p
+  /// Drops every fourth byte: count pixels of 4 bytes to exactly 3 x count bytes.
+  void (*pack)(std::uint8_t* out, const std::uint8_t* in, std::int32_t count) noexcept;
+};
+
+extern const RgbRowForm kRgbRowsPlain;
+extern const RgbRowForm kRgbRowsAvx2;
+extern const RgbRowForm kRgbRowsAvx512;
+
+/// The forms from plain to widest.
+inline constexpr const RgbRowForm* kRgbRowForms[] = {&kRgbRowsPlain, &kRgbRowsAvx2,
+                                                     &kRgbRowsAvx512};
+
+/// @return the place in `kRgbRowForms` of the widest form that may run at @p level.
+constexpr int WidestRgbRowForm(VectorLevel level) { return static_cast<int>(level); }
+
+}  // namespace zor
