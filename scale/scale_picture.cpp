@@ -5,6 +5,7 @@
 
 #include "scale/area.h"
 #include "scale/gray.h"
+#include "scale/rgb_picture.h"
 
 namespace zor {
 namespace {
@@ -25,8 +26,8 @@ void Gray(const ScaleTarget& target, const ScaleSource& source, const ScaleAxes&
 }
 
 constexpr Route kRoutes[] = {
-    {1, 1, Gray, true, true},      {3, 3, nullptr, true, false}, {3, 4, nullptr, false, false},
-    {4, 3, nullptr, false, false}, {4, 4, nullptr, true, false},
+    {1, 1, Gray, true, true},      {3, 3, ScaleRgb, true, false}, {3, 4, ScaleRgb, false, false},
+    {4, 3, ScaleRgb, false, false}, {4, 4, ScaleRgb, true, false},
 };
 
 const Route* FindRoute(std::int32_t sourceBytes, std::int32_t targetBytes) noexcept {

@@ -18,6 +18,10 @@ struct ScaleTarget {
   std::int32_t height;
   std::int32_t stride;  ///< bytes; negative for a walk from the last row upward
   std::int32_t bytesPerPixel;
+  /// The memory that the whole picture has, from its first byte to the one behind its last; null
+  /// for just the rows above. What 3-byte pixels spill behind a row is written inside of it.
+  std::uint8_t* memory = nullptr;
+  std::uint8_t* memoryEnd = nullptr;
 };
 
 struct ScaleSource {
@@ -26,6 +30,9 @@ struct ScaleSource {
   std::int32_t height;
   std::int32_t stride;  ///< bytes
   std::int32_t bytesPerPixel;
+  /// As the target's; 3-byte pixels are read four bytes wide inside of it.
+  const std::uint8_t* memory = nullptr;
+  const std::uint8_t* memoryEnd = nullptr;
 };
 
 /// Where sampling begins and how far it moves per destination pixel, in source pixels.

@@ -16,4 +16,14 @@ list(APPEND ZOR_CORE_SOURCES
   scale/scale_picture.cpp
   scale/sharpen.cpp
   scale/stretch.cpp
+  scale/axis_table.cpp
+  scale/box_rows_avx2.cpp
+  scale/box_rows_avx512.cpp
+  scale/box_rows_sse2.cpp
+  scale/rgb_box.cpp
+  scale/rgb_interpolate.cpp
+  scale/rgb_picture.cpp
+  scale/rgb_rows_avx2.cpp
+  scale/rgb_rows_avx512.cpp
+  scale/rgb_rows_plain.cpp
 )

@@ -10,4 +10,6 @@ list(APPEND ZOR_CORE_SOURCES
   surface/surface.cpp
   surface/surface_buffer.cpp
   surface/system_images.cpp
+  surface/rotate_driver.cpp
+  surface/rotate_planes.cpp
 )

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: BSD-2-Clause
+// Copyright (c) 2026, The ZorSurface authors
+
+#include <emmintrin.h>
+
+#include "scale/box_rows_vector.h"
+
+namespace zor {
+namespace {
+
+struct Sse2 {
+  using V = __m128i;
+  static constexpr std::int32_t kLanes = 8;
+
+  static ZOR_ALWAYS_INLINE V Widen(const std::uint8_t* p) {
+    return _mm_unpacklo_epi8(_mm_loadl_epi64(reinterpret_cast<const V*>(p)), _mm_setzero_si128());
+  }
+  static ZOR_ALWAYS_INLINE V Load(const std::uint16_t* p) {
+    return _mm_loadu_si128(reinterpret_cast<const V*>(p));
+  }
+  static ZOR_ALWAYS_INLINE void Store(std::uint16_t* p, V v) {
+    _mm_storeu_si128(reinterpret_cast<V*>(p), v);
+  }
+  static ZOR_ALWAYS_INLINE V Add(V a, V b) { return _mm_add_epi16(a, b); }
+  static ZOR_ALWAYS_INLINE V Shift(V v, int count) {
+    return _mm_srl_epi16(v, _mm_cvtsi32_si128(count));
+  }
+  static ZOR_ALWAYS_INLINE void StoreBytes(std::uint8_t* p, V v) {
+    _mm_storel_epi64(reinterpret_cast<V*>(p), _mm_packus_epi16(v, v));
+  }
+};
+
+}  // namespace
+
+void BoxRowSse2(std::uint8_t* out, const BoxRow& row, const BoxScratch& scratch) noexcept {
+  AverageRow<Sse2>(out, row, scratch);
+}
+
+}  // namespace zor

@@ -1,0 +1,289 @@
+// SPDX-License-Identifier: BSD-2-Clause
+// Copyright (c) 2026, The ZorSurface authors
+
+#include <cstring>
+
+#include "platform/memory.h"
+#include "scale/gray_rows.h"
+#include "scale/rgb_picture.h"
+#include "scale/rgb_rows.h"
+
+namespace zor {
+namespace {
+
+/// The shapes of a picture's nine regions: bands from top to bottom, runs from left to right.
+struct Regions {
+  Shape shapes[3][3];
+};
+
+constexpr Regions kFade3To3 = {{{Shape::kCorner, Shape::kEdgeH, Shape::kCorner},
+                                {Shape::kMiddleLeft, Shape::kFull, Shape::kEdgeVRight},
+                                {Shape::kCorner, Shape::kEdgeH, Shape::kCorner}}};
+constexpr Regions kBilinear3To3 = {
+    {{Shape::kCopyDoubled, Shape::kHorizontalOnly, Shape::kCopyDoubled},
+     {Shape::kVerticalOnly, Shape::kFull, Shape::kVerticalOnly},
+     {Shape::kCopyDoubled, Shape::kHorizontalOnly, Shape::kCopyDoubled}}};
+constexpr Regions kFadeMixed = {
+    {{Shape::kCornerTopLeft, Shape::kTopMiddle, Shape::kCopy},
+     {Shape::kMiddleLeft, Shape::kFull, Shape::kMiddleRight},
+     {Shape::kCornerBottomLeft, Shape::kBottomMiddle, Shape::kCopy}}};
+constexpr Regions kBilinearMixed = {{{Shape::kCopy, Shape::kHorizontalOnly, Shape::kCopy},
+                                     {Shape::kVerticalOnly, Shape::kFull, Shape::kVerticalOnly},
+                                     {Shape::kCopy, Shape::kHorizontalOnly, Shape::kCopy}}};
+constexpr Regions k4To4 = kFade3To3;
+
+const Regions& RegionsOf(std::int32_t from, std::int32_t to, ScaleMode mode) {
+  if (from == 4 && to == 4) return k4To4;
+  const bool fade = mode == SCALE_BILINEAR_FADE;
+  if (from == to) return fade ? kFade3To3 : kBilinear3To3;
+  return fade ? kFadeMixed : kBilinearMixed;
+}
+
+constexpr std::uint64_t kLine = 64;
+
+std::uint64_t RoundUp(std::int64_t bytes) {
+  return (static_cast<std::uint64_t>(bytes) + kLine - 1) / kLine * kLine;
+}
+
+/// A column kernel with its plan for one run.
+struct PlannedColumns {
+  const RgbColumnKernel* kernel = nullptr;
+  RgbColumns columns{};
+  std::int64_t bytes = 0;
+  std::uint8_t* plan = nullptr;
+
+  /// Chooses the widest form that takes the columns; the plain one takes any.
+  void Choose(RgbColumnKernel RgbRowForm::*which, const RgbColumns& run) {
+    columns = run;
+    int form = WidestRgbRowForm(InnerVectorLevel());
+    do {
+      kernel = &(kRgbRowForms[form]->*which);
+      bytes = kernel->planBytes(columns);
+    } while (bytes < 0 && --form >= 0);
+  }
+  std::uint8_t* Make(std::uint8_t* memory) {
+    plan = memory;
+    kernel->plan(columns, plan);
+    return memory + RoundUp(bytes);
+  }
+  void Row(std::uint8_t* out, const std::uint8_t* row) const {
+    kernel->row(out, row, columns, plan);
+  }
+};
+
+/// The last two source rows that were worked across, four bytes a pixel.
+class AcrossCache {
+ public:
+  AcrossCache(const PlannedColumns& columns, std::uint8_t* memory, std::uint64_t rowBytes)
+      : columns_(columns), rows_{memory, memory + rowBytes} {}
+
+  const std::uint8_t* Get(const std::uint8_t* sourceRow) {
+    if (sourceRow == sources_[latest_]) return rows_[latest_];
+    latest_ ^= 1;
+    if (sourceRow != sources_[latest_]) {
+      columns_.Row(rows_[latest_], sourceRow);
+      sources_[latest_] = sourceRow;
+    }
+    return rows_[latest_];
+  }
+
+ private:
+  const PlannedColumns& columns_;
+  std::uint8_t* rows_[2];
+  const std::uint8_t* sources_[2] = {nullptr, nullptr};
+  int latest_ = 0;
+};
+
+/// One call of the interpolating modes.
+template <int kFrom, int kTo>
+class Interpolator {
+ public:
+  explicit Interpolator(const RgbPicture& picture)
+      : p_(picture), regions_(RegionsOf(kFrom, kTo, picture.mode)) {
+    std::memcpy(background_.v, &picture.background, 4);
+  }
+
+  void Run() {
+    const bool nearest = p_.mode == SCALE_NEAREST;
+    const RgbRun run = nearest ? p_.Whole() : p_.Middle();
+    // Weights that differ from byte to byte are worked pixel by pixel.
+    fast_ = run.count > 0 && p_.mode != SCALE_AREA;
+    const std::int64_t rowBytes = std::int64_t{p_.source.width} * kFrom;
+    if (fast_) {
+      planned_.Choose(nearest ? &RgbRowForm::pick : &RgbRowForm::across,
+                      {p_.across.offsets + run.start, p_.across.words + run.start, run.count,
+                       kFrom, rowBytes});
+    }
+    const std::uint64_t wideRow = RoundUp(4 * std::int64_t{run.count}) + kLine;
+    WorkArray<std::uint8_t> memory(RoundUp(planned_.bytes) + 3 * wideRow);
+    if (!memory) return;
+    std::uint8_t* rest = fast_ ? planned_.Make(memory.data()) : memory.data();
+    lerped_ = rest + 2 * wideRow;
+    const VectorLevel level = InnerVectorLevel();
+    lerpBytes_ = kGrayRowForms[WidestGrayRowForm(level)]->down;
+    pack_ = kRgbRowForms[WidestRgbRowForm(level)]->pack;
+    AcrossCache cache(planned_, rest, wideRow);
+    cache_ = &cache;
+    if (nearest) {
+      for (std::int32_t y = 0; y < p_.target.height; ++y) NearestRow(y);
+      return;
+    }
+    for (std::int32_t y = 0; y < p_.target.height; ++y) {
+      const int band = y < p_.down.edges.first ? 0 : y < p_.down.edges.last ? 1 : 2;
+      if (kFrom == 4 && kTo == 4 && band == 1 && ShortRow(y)) continue;
+      Slow(y, Edge(band, 0, y), p_.Left());
+      Middle(y, band);
+      Slow(y, Edge(band, 2, y), p_.Right());
+    }
+  }
+
+ private:
+  bool SameWidth() const { return p_.source.width == p_.target.width; }
+
+  /// The shape of an edge run. Some corners are copies in the first and the last row.
+  Shape Edge(int band, int run, std::int32_t y) const {
+    const bool fade3To3 = kFrom == 3 && kTo == 3 && p_.mode == SCALE_BILINEAR_FADE;
+    if (fade3To3 && run == 2) {
+      if (band == 0 && y == 0) return Shape::kCopyDoubled;
+      if (band == 2 && y == p_.target.height - 1) return Shape::kCopyDoubled;
+    }
+    return regions_.shapes[band][run];
+  }
+
+  Lanes ValueAt(Shape shape, std::int32_t y, std::int32_t x) const {
+    return ShapeValue<kFrom>(shape, {p_.SourceRow(y) + p_.across.offsets[x], p_.source.stride,
+                                     p_.readable, background_, p_.across.words[x],
+                                     p_.down.words[y]});
+  }
+
+  /// The fourth byte behind the last pixel of a run of 3-byte pixels.
+  void Spill(std::uint8_t* end, const Lanes& last) const { p_.Put(end, last.v[3]); }
+
+  /// A run pixel by pixel.
+  void Slow(std::int32_t y, Shape shape, RgbRun run) const {
+    if (run.count <= 0) return;
+    std::uint8_t* out = p_.TargetRow(y) + std::int64_t{run.start} * kTo;
+    Lanes value{};
+    for (std::int32_t i = 0; i < run.count; ++i, out += kTo) {
+      value = ValueAt(shape, y, run.start + i);
+      std::memcpy(out, value.v, 3);
+      if (kTo == 4) out[3] = kFrom == 4 ? value.v[3] : 0;
+    }
+    if (kTo == 3 && Spills(shape)) Spill(out, value);
+  }
+
+  /// The middle run of a row.
+  void Middle(std::int32_t y, int band) {
+    const RgbRun run = p_.Middle();
+    const Shape shape = regions_.shapes[band][1];
+    const bool across = shape == Shape::kFull || shape == Shape::kHorizontalOnly;
+    if (!fast_ || !across) {
+      Slow(y, shape, run);
+      return;
+    }
+    const std::uint8_t* row = p_.SourceRow(y);
+    const std::uint32_t weight = shape == Shape::kFull ? p_.down.words[y] & 255 : 0;
+    Deliver(y, shape, run, Lerped(row, weight));
+  }
+
+  /// Four bytes a pixel of the middle run, worked across and down.
+  const std::uint8_t* Lerped(const std::uint8_t* row, std::uint32_t weight) {
+    const std::uint8_t* a = cache_->Get(row);
+    if (weight == 0) return a;
+    const std::uint8_t* b = cache_->Get(row + p_.source.stride);
+    lerpBytes_(lerped_, a, b, static_cast<std::int32_t>(weight), 4 * planned_.columns.count);
+    return lerped_;
+  }
+
+  void Deliver(std::int32_t y, Shape shape, RgbRun run, const std::uint8_t* pixels) {
+    std::uint8_t* out = p_.TargetRow(y) + std::int64_t{run.start} * kTo;
+    if (kTo == 4) {
+      std::memcpy(out, pixels, 4 * static_cast<std::size_t>(run.count));
+      return;
+    }
+    pack_(out, pixels, run.count);
+    Spill(out + 3 * std::int64_t{run.count}, ValueAt(shape, y, run.start + run.count - 1));
+  }
+
+  /// Rows of the middle band of 4-byte pictures whose row weight stands at an end, or whose width
+  /// doesn't change. @return whether the row is done.
+  bool ShortRow(std::int32_t y) {
+    const std::uint32_t word = p_.down.words[y];
+    const bool atEnd = word == 0 || word == kEdgeWeight;
+    const bool sideBySide = p_.axes.startX == 0.0 && SameWidth();
+    if (!atEnd && !sideBySide) return false;
+    std::uint8_t* out = p_.TargetRow(y);
+    const std::uint8_t* row = p_.SourceRow(y) + (word == kEdgeWeight ? p_.source.stride : 0);
+    if (atEnd && sideBySide) {
+      std::memcpy(out, row, 4 * static_cast<std::size_t>(p_.target.width));
+      return true;
+    }
+    Slow(y, Edge(1, 0, y), p_.Left());
+    if (const RgbRun run = p_.Middle(); run.count > 0) {
+      if (atEnd) {
+        Deliver(y, Shape::kHorizontalOnly, run, cache_->Get(row));
+      } else {
+        const std::int64_t at = 4 * std::int64_t{run.start};
+        lerpBytes_(out + at, row + at, row + p_.source.stride + at,
+                   static_cast<std::int32_t>(word & 255), 4 * run.count);
+      }
+    }
+    Slow(y, Edge(1, 2, y), p_.Right());
+    return true;
+  }
+
+  void NearestRow(std::int32_t y) {
+    std::uint8_t* out = p_.TargetRow(y);
+    const std::uint8_t* row = p_.SourceRow(y);
+    const auto width = static_cast<std::size_t>(p_.target.width);
+    if (y > 0 && p_.down.offsets[y] == p_.down.offsets[y - 1]) {
+      std::memcpy(out, p_.TargetRow(y - 1), kTo * width);
+    } else if (SameWidth()) {
+      Repack(out, row, width);
+    } else if (kTo == 4) {
+      planned_.Row(lerped_, row);
+      std::memcpy(out, lerped_, 4 * width);
+    } else {
+      planned_.Row(lerped_, row);
+      pack_(out, lerped_, p_.target.width);
+    }
+  }
+
+  /// A row of unchanged width: a copy, or the other pixel size with a fourth byte of 0xFF.
+  void Repack(std::uint8_t* out, const std::uint8_t* row, std::size_t width) {
+    if (kFrom == kTo) {
+      std::memcpy(out, row, kTo * width);
+    } else if (kTo == 3) {
+      pack_(out, row, p_.target.width);
+    } else {
+      for (std::size_t i = 0; i < width; ++i) {
+        std::memcpy(out + 4 * i, row + 3 * i, 3);
+        out[4 * i + 3] = 0xFF;
+      }
+    }
+  }
+
+  const RgbPicture& p_;
+  const Regions& regions_;
+  Lanes background_;
+  bool fast_ = false;
+  PlannedColumns planned_;
+  std::uint8_t* lerped_ = nullptr;
+  GrayDownKernel lerpBytes_ = nullptr;
+  void (*pack_)(std::uint8_t*, const std::uint8_t*, std::int32_t) noexcept = nullptr;
+  AcrossCache* cache_ = nullptr;
+};
+
+}  // namespace
+
+void InterpolateRgb(const RgbPicture& picture) noexcept {
+  if (picture.source.bytesPerPixel == 3) {
+    picture.target.bytesPerPixel == 3 ? Interpolator<3, 3>(picture).Run()
+                                      : Interpolator<3, 4>(picture).Run();
+  } else {
+    picture.target.bytesPerPixel == 3 ? Interpolator<4, 3>(picture).Run()
+                                      : Interpolator<4, 4>(picture).Run();
+  }
+}
+
+}  // namespace zor
