@@ -9,15 +9,7 @@
 
 namespace zor {
 
-std::int32_t CZorSurfaceBuffer::Compose(IZorSurface**) {
-  return VED_E_UNSUPPORTED;
-}
-
 std::int32_t CZorSurfaceBuffer::ResizeNow(std::int32_t, std::int32_t, std::int32_t, std::uint32_t) {
-  return VED_E_UNSUPPORTED;
-}
-
-std::int32_t CZorSurfaceBuffer::RotateNow(std::int32_t) {
   return VED_E_UNSUPPORTED;
 }
 
