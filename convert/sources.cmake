@@ -12,4 +12,9 @@ list(APPEND ZOR_CORE_SOURCES
   convert/rgb_to_yuy2_avx512.cpp
   convert/rgb_to_yuy2_plain.cpp
   convert/rgb_to_yuy2_sse2.cpp
+  convert/colour_tables.cpp
+  convert/fast_mem_copy.cpp
+  convert/fast_mem_copy_mmx.cpp
+  convert/fast_mem_copy_sse2.cpp
+  convert/feature_word.cpp
 )

@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: BSD-2-Clause
+// Copyright (c) 2026, The ZorSurface authors
+
+#include "convert/feature_word.h"
+
+#include <cpuid.h>
+
+#include <atomic>
+
+#include "convert/colour_tables.h"
+
+namespace zor {
+namespace {
+
+constexpr std::uint32_t kLeaf1Bits = 0x17808010;
+constexpr std::uint32_t kExtendedBits = 1u << 22 | 1u << 30 | 1u << 31;
+
+/// The first result of the initialiser; 0 lets it do its work again.
+std::uint32_t initialisedWord = 0;
+
+/// The vector state that the operating system saves: XCR0.
+std::uint64_t SavedState() noexcept {
+  std::uint32_t low = 0;
+  std::uint32_t high = 0;
+  __asm__ volatile("xgetbv" : "=a"(low), "=d"(high) : "c"(0));
+  return std::uint64_t{high} << 32 | low;
+}
+
+VectorLevel DetectVectorLevel() noexcept {
+  constexpr std::uint32_t kOsxsave = 1u << 27;
+  constexpr std::uint64_t kAvxState = 0x06;
+  constexpr std::uint64_t kAvx512State = 0xE6;
+  constexpr std::uint32_t kAvx2 = 1u << 5;
+  constexpr std::uint32_t kAvx512FDqBwVl = 1u << 16 | 1u << 17 | 1u << 30 | 1u << 31;
+  constexpr std::uint32_t kVbmi = 1u << 1;
+  constexpr std::uint32_t kVnni = 1u << 11;
+  std::uint32_t eax = 0;
+  std::uint32_t ebx = 0;
+  std::uint32_t ecx = 0;
+  std::uint32_t edx = 0;
+  if (__get_cpuid(1, &eax, &ebx, &ecx, &edx) == 0 || (ecx & kOsxsave) == 0) {
+    return VectorLevel::kSse2;
+  }
+  const std::uint64_t saved = SavedState();
+  if (__get_cpuid_count(7, 0, &eax, &ebx, &ecx, &edx) == 0 || (ebx & kAvx2) == 0 ||
+      (saved & kAvxState) != kAvxState) {
+    return VectorLevel::kSse2;
+  }
+  const bool wide = (ebx & kAvx512FDqBwVl) == kAvx512FDqBwVl &&
+                    (ecx & (kVbmi | kVnni)) == (kVbmi | kVnni) &&
+                    (saved & kAvx512State) == kAvx512State;
+  return wide ? VectorLevel::kAvx512 : VectorLevel::kAvx2;
+}
+
+std::atomic<VectorLevel> levelLimit{VectorLevel::kAvx512};
+
+}  // namespace
+
+std::uint32_t DetectCpuFeatures() noexcept {
+  std::uint32_t eax = 0;
+  std::uint32_t ebx = 0;
+  std::uint32_t ecx = 0;
+  std::uint32_t edx = 0;
+  if (__get_cpuid_max(0, nullptr) < 1) return 0;
+  __cpuid(1, eax, ebx, ecx, edx);
+  std::uint32_t word = edx & kLeaf1Bits;
+  // Only a processor whose extended leaves end right at the first one is asked for their bits.
+  __cpuid(0x80000000, eax, ebx, ecx, edx);
+  if (eax == 0x80000000) {
+    __cpuid(0x80000001, eax, ebx, ecx, edx);
+    word |= edx & kExtendedBits;
+  }
+  return word;
+}
+
+std::uint32_t InitPixelConversion() noexcept {
+  if (initialisedWord != 0) return initialisedWord;
+  initialisedWord = DetectCpuFeatures();
+  FillColourTables();
+  return initialisedWord;
+}
+
+std::uint32_t CpuFeatureWord = InitPixelConversion();
+
+VectorLevel InnerVectorLevel() noexcept {
+  static const VectorLevel detected = DetectVectorLevel();
+  const VectorLevel limit = levelLimit.load(std::memory_order_relaxed);
+  return detected < limit ? detected : limit;
+}
+
+void LimitInnerVectorLevel(VectorLevel level) noexcept {
+  levelLimit.store(level, std::memory_order_relaxed);
+}
+
+}  // namespace zor
