@@ -10,9 +10,10 @@
 
 namespace zor {
 
-/// Storage of one lock; its contents belong to the operating system layer.
+/// Storage of one lock; its contents belong to the operating system layer. Aligned like a pointer,
+/// so that the second table of an object stands right behind the first.
 struct OsaCriticalSection {
-  alignas(std::max_align_t) unsigned char storage[64];
+  alignas(void*) unsigned char storage[64];
 };
 
 void OsaInitCriticalSection(OsaCriticalSection* section) noexcept;

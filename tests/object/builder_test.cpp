@@ -1,0 +1,474 @@
+// SPDX-License-Identifier: BSD-2-Clause
+// Copyright (c) 2026, The ZorSurface authors
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+#include "object/surface_builder.h"
+#include "platform/memory.h"
+#include "support/guarded_memory.h"
+#include "support/surfaces.h"
+
+#if defined(__SANITIZE_ADDRESS__)
+#include <sanitizer/lsan_interface.h>
+#endif
+
+namespace {
+
+using testing::Each;
+using testing::ElementsAreArray;
+using zor::LiveAllocations;
+using zor::RefuseAllocation;
+using zor::test::BlockOf;
+using zor::test::CountOf;
+using zor::test::Describe;
+using zor::test::DescriptionOf;
+using zor::test::HeldBuilder;
+using zor::test::HeldSurface;
+using zor::test::MakeBuilder;
+using zor::test::MakeSurface;
+using zor::test::Noise;
+using zor::test::PictureBytes;
+using zor::test::VectorSource;
+using Bytes = std::vector<std::uint8_t>;
+
+/// What a creator that must fail leaves behind.
+IZorSurface* const kUntouched = reinterpret_cast<IZorSurface*>(std::uintptr_t{0x40});
+
+Bytes Part(const Bytes& bytes, std::size_t start, std::size_t count) {
+  return {bytes.begin() + static_cast<std::ptrdiff_t>(start),
+          bytes.begin() + static_cast<std::ptrdiff_t>(start + count)};
+}
+
+struct BlankResult {
+  std::int32_t result;
+  std::int32_t bytes;
+};
+
+/// Runs a `CreateBlank` that must fail, and checks that nothing is left of it.
+BlankResult FailBlank(const SurfaceDescription& description) {
+  const HeldBuilder builder = MakeBuilder();
+  const std::int64_t before = LiveAllocations();
+  IZorSurface* out = kUntouched;
+  BlankResult blank = {0, -77};
+  blank.result = builder->CreateBlank(&description, &blank.bytes, &out);
+  EXPECT_EQ(out, kUntouched);
+  EXPECT_EQ(LiveAllocations(), before);
+  return blank;
+}
+
+HeldSurface MakeBlank(const SurfaceDescription& description, std::int32_t expectedBytes) {
+  HeldSurface surface;
+  std::int32_t bytes = 0;
+  EXPECT_EQ(MakeBuilder()->CreateBlank(&description, &bytes, surface.Reset()), VED_OK);
+  EXPECT_EQ(bytes, expectedBytes);
+  return surface;
+}
+
+TEST(CreateBlank, ThreeByHundredIsTooSmallAndFourByFourIsNot) {
+  EXPECT_EQ(FailBlank(Describe(3, 100, FORMAT_RGB24)).result, VED_E_INVALIDARG);
+  EXPECT_EQ(FailBlank(Describe(100, 3, FORMAT_RGB24)).result, VED_E_INVALIDARG);
+  EXPECT_TRUE(MakeBlank(Describe(4, 4, FORMAT_RGB24), 48));
+}
+
+TEST(CreateBlank, NullPointersAreInvalid) {
+  const HeldBuilder builder = MakeBuilder();
+  const SurfaceDescription description = Describe(8, 8, FORMAT_RGB24);
+  IZorSurface* out = kUntouched;
+  std::int32_t bytes = -77;
+  EXPECT_EQ(builder->CreateBlank(nullptr, &bytes, &out), VED_E_INVALIDARG);
+  EXPECT_EQ(builder->CreateBlank(&description, nullptr, &out), VED_E_INVALIDARG);
+  EXPECT_EQ(builder->CreateBlank(&description, &bytes, nullptr), VED_E_INVALIDARG);
+  EXPECT_EQ(out, kUntouched);
+  EXPECT_EQ(bytes, -77);
+}
+
+TEST(CreateBlank, StrideZeroIsInvalidAfterTheSizeWasStored) {
+  for (const std::int32_t format : {FORMAT_RGB24, FORMAT_RGB32, FORMAT_GRAY8, FORMAT_YUY2}) {
+    SurfaceDescription description = Describe(8, 8, format);
+    description.stride = 0;
+    const BlankResult blank = FailBlank(description);
+    EXPECT_EQ(blank.result, VED_E_INVALIDARG);
+    EXPECT_EQ(blank.bytes, 0);
+  }
+}
+
+TEST(CreateBlank, ANegativeSizeIsNotSmallButHasNoBytes) {
+  SurfaceDescription description = Describe(8, -8, FORMAT_RGB24);
+  BlankResult blank = FailBlank(description);
+  EXPECT_EQ(blank.result, VED_E_INVALIDARG);
+  EXPECT_EQ(blank.bytes, -8 * 24);
+  description = Describe(-8, 8, FORMAT_YUV420);
+  blank = FailBlank(description);
+  EXPECT_EQ(blank.result, VED_E_INVALIDARG);
+  EXPECT_EQ(blank.bytes, -96);
+}
+
+TEST(CreateBlank, SizesBeyondAWordAreInvalid) {
+  const struct {
+    std::int32_t width, height, format, stride;
+  } kCases[] = {
+      {0x10000, 0x8000, FORMAT_RGB24, 0x10000},       {8, INT32_MAX, FORMAT_RGB32, INT32_MAX},
+      {0x40000001, 4, FORMAT_RGB24, 0x40000001},      {INT32_MAX, INT32_MAX, FORMAT_YUV420, 0},
+      {INT32_MIN, INT32_MIN, FORMAT_YUV420, 0},       {65535, 65535, FORMAT_YUV420, 65535},
+      {INT32_MIN, INT32_MIN, FORMAT_YUY2, INT32_MIN},
+  };
+  for (const auto& size : kCases) {
+    SurfaceDescription description = Describe(4, 4, size.format);
+    description.width = size.width;
+    description.height = size.height;
+    description.stride = size.stride;
+    const BlankResult blank = FailBlank(description);
+    EXPECT_EQ(blank.result, VED_E_INVALIDARG) << size.width << " x " << size.height;
+    EXPECT_LT(blank.bytes, 1);
+  }
+}
+
+TEST(CreateBlank, AStrideWordThatNoBlockCouldCoverIsOutOfMemory) {
+  SurfaceDescription description = Describe(4, 4, FORMAT_YUV420);
+  description.stride = INT32_MAX;
+  const BlankResult blank = FailBlank(description);
+  EXPECT_EQ(blank.result, VED_E_OUTOFMEMORY);
+  EXPECT_EQ(blank.bytes, 24);
+}
+
+TEST(CreateBlank, OtherFormatsAreUnsupportedAndStoreNoSize) {
+  for (const std::int32_t format : {-1, 0, FORMAT_YVU420, 7, 1000}) {
+    SurfaceDescription description = Describe(8, 8, FORMAT_RGB24);
+    description.format = format;
+    const BlankResult blank = FailBlank(description);
+    EXPECT_EQ(blank.result, VED_E_UNSUPPORTED);
+    EXPECT_EQ(blank.bytes, -77);
+  }
+}
+
+TEST(CreateBlank, RgbAndGrayAreZeros) {
+  for (const std::int32_t format : {FORMAT_RGB24, FORMAT_RGB32, FORMAT_GRAY8}) {
+    const SurfaceDescription description = Describe(6, 5, format);
+    const std::size_t bytes = PictureBytes(description);
+    const HeldSurface surface = MakeBlank(description, static_cast<std::int32_t>(bytes));
+    EXPECT_THAT(BlockOf(surface.get(), bytes), Each(0));
+  }
+}
+
+TEST(CreateBlank, APlanarOneOfFourByFourIsBlack) {
+  const HeldSurface surface = MakeBlank(Describe(4, 4, FORMAT_YUV420), 24);
+  const Bytes block = BlockOf(surface.get(), 24);
+  EXPECT_THAT(Part(block, 0, 16), Each(16));
+  EXPECT_THAT(Part(block, 16, 8), Each(128));
+}
+
+TEST(CreateBlank, OddPlanarSizesPaintByTheStatedQuotients) {
+  // 5 x 5: 37 bytes; 25 of luma, ((5 / 2) * 5) / 2 = 5 of chroma at 25 and at 125 / 4 = 31.
+  const HeldSurface surface = MakeBlank(Describe(5, 5, FORMAT_YUV420), 37);
+  Bytes expected(37, 0);
+  std::memset(&expected[0], 16, 25);
+  std::memset(&expected[25], 128, 5);
+  std::memset(&expected[31], 128, 5);
+  EXPECT_EQ(BlockOf(surface.get(), 37), expected);
+}
+
+TEST(CreateBlank, APlanarStrideWordIsKeptWhileTheBlockGoesByTheWidth) {
+  SurfaceDescription description = Describe(8, 4, FORMAT_YUV420);
+  description.stride = 40;
+  const HeldSurface surface = MakeBlank(description, 48);
+  EXPECT_EQ(DescriptionOf(surface.get()).stride, 40);
+  // The block has room for all that a stride of 40 reaches.
+  const Bytes block = BlockOf(surface.get(), 240);
+  EXPECT_THAT(Part(block, 0, 32), Each(16));
+  EXPECT_THAT(Part(block, 32, 16), Each(128));
+  EXPECT_THAT(Part(block, 48, 192), Each(0));
+}
+
+TEST(CreateBlank, OnlyTheFirstQuarterOfAPackedOneIsPainted) {
+  const HeldSurface surface = MakeBlank(Describe(4, 4, FORMAT_YUY2), 32);
+  const Bytes block = BlockOf(surface.get(), 32);
+  EXPECT_THAT(Part(block, 0, 8), Each(0x80));
+  EXPECT_THAT(Part(block, 8, 24), Each(0));
+}
+
+TEST(CreateBlank, KeepsTheRecordButForSizeWordKindAndEmptyDirtyRect) {
+  SurfaceDescription description = Describe(9, 7, FORMAT_RGB32);
+  description.size = 1;
+  description.StorageKind = 99;
+  description.DirtyRect = {3, 3, 3, 9};
+  description.Orientation = 0;
+  description.ComposeInPlace = 5;
+  SurfaceDescription actual = DescriptionOf(MakeBlank(description, 252).get());
+  EXPECT_EQ(actual.size, 52u);
+  EXPECT_EQ(actual.width, 9);
+  EXPECT_EQ(actual.height, 7);
+  EXPECT_EQ(actual.format, FORMAT_RGB32);
+  EXPECT_EQ(actual.StorageKind, 4u);
+  EXPECT_EQ(actual.bitsPerPixel, 32);
+  EXPECT_EQ(actual.stride, 36);
+  EXPECT_EQ(actual.DirtyRect.left, 0);
+  EXPECT_EQ(actual.DirtyRect.top, 0);
+  EXPECT_EQ(actual.DirtyRect.right, 9);
+  EXPECT_EQ(actual.DirtyRect.bottom, 7);
+  EXPECT_EQ(actual.Orientation, 0u);
+  EXPECT_EQ(actual.ComposeInPlace, 5u);
+  description.DirtyRect = {1, 2, 3, 4};
+  actual = DescriptionOf(MakeBlank(description, 252).get());
+  EXPECT_EQ(actual.DirtyRect.left, 1);
+  EXPECT_EQ(actual.DirtyRect.bottom, 4);
+}
+
+TEST(CreateBlank, EveryRefusedAllocationIsOutOfMemoryAndLeavesNothing) {
+  for (const std::int32_t format : {FORMAT_RGB24, FORMAT_YUV420, FORMAT_YUY2}) {
+    const HeldBuilder builder = MakeBuilder();
+    const SurfaceDescription description = Describe(8, 8, format);
+    const std::int64_t before = LiveAllocations();
+    for (std::uint64_t k = 1; k <= 2; ++k) {
+      IZorSurface* out = kUntouched;
+      std::int32_t bytes = 0;
+      RefuseAllocation(k);
+      EXPECT_EQ(builder->CreateBlank(&description, &bytes, &out), VED_E_OUTOFMEMORY);
+      RefuseAllocation(0);
+      EXPECT_EQ(out, kUntouched);
+      EXPECT_EQ(LiveAllocations(), before);
+    }
+  }
+}
+
+TEST(CreateBlank, HandsOutOneReference) {
+  const std::int64_t before = LiveAllocations();
+  HeldSurface surface = MakeBlank(Describe(8, 8, FORMAT_RGB24), 192);
+  EXPECT_EQ(CountOf(surface.get()), 1u);
+  surface.Reset();
+  EXPECT_EQ(LiveAllocations(), before);
+}
+
+struct MemoryFailure {
+  std::int32_t result;
+  std::uint32_t dataCalls;
+};
+
+MemoryFailure FailMemory(const SurfaceDescription& description) {
+  const HeldBuilder builder = MakeBuilder();
+  VectorSource source(Bytes(64, 1));
+  const std::int64_t before = LiveAllocations();
+  IZorSurface* out = kUntouched;
+  const std::int32_t result = builder->CreateFromMemory(&description, &source, &out);
+  EXPECT_EQ(out, kUntouched);
+  EXPECT_EQ(LiveAllocations(), before);
+  return {result, source.dataCalls};
+}
+
+TEST(CreateFromMemory, NullPointersAreInvalid) {
+  const HeldBuilder builder = MakeBuilder();
+  const SurfaceDescription description = Describe(8, 8, FORMAT_RGB24);
+  VectorSource source(Bytes(192, 1));
+  IZorSurface* out = kUntouched;
+  EXPECT_EQ(builder->CreateFromMemory(nullptr, &source, &out), VED_E_INVALIDARG);
+  EXPECT_EQ(builder->CreateFromMemory(&description, nullptr, &out), VED_E_INVALIDARG);
+  EXPECT_EQ(builder->CreateFromMemory(&description, &source, nullptr), VED_E_INVALIDARG);
+  EXPECT_EQ(out, kUntouched);
+  EXPECT_EQ(source.dataCalls, 0u);
+}
+
+TEST(CreateFromMemory, SizesUnderFourAreInvalidBeforeTheSourceIsAsked) {
+  for (const auto& [width, height] : {std::pair{3, 8}, {8, 3}, {0, 8}, {8, 0}}) {
+    const MemoryFailure failure = FailMemory(Describe(width, height, FORMAT_RGB32));
+    EXPECT_EQ(failure.result, VED_E_INVALIDARG);
+    EXPECT_EQ(failure.dataCalls, 0u);
+  }
+}
+
+TEST(CreateFromMemory, GrayAndUnknownFormatsAreUnsupportedAfterTheSourceWasAsked) {
+  for (const std::int32_t format : {-1, 0, FORMAT_GRAY8, 7}) {
+    SurfaceDescription description = Describe(8, 8, FORMAT_GRAY8);
+    description.format = format;
+    const MemoryFailure failure = FailMemory(description);
+    EXPECT_EQ(failure.result, VED_E_UNSUPPORTED);
+    EXPECT_EQ(failure.dataCalls, 1u);
+  }
+}
+
+TEST(CreateFromMemory, TenByElevenRgb24IsTrimmedToEightByTen) {
+  SurfaceDescription description = Describe(10, 11, FORMAT_RGB24);
+  description.stride = 32;
+  description.Orientation = 0;
+  description.ComposeInPlace = 3;
+  description.DirtyRect = {1, 1, 2, 2};
+  const Bytes source = Noise(1).Bytes(32 * 11);
+  const HeldSurface surface = MakeSurface(description, source);
+  const SurfaceDescription actual = DescriptionOf(surface.get());
+  EXPECT_EQ(actual.width, 8);
+  EXPECT_EQ(actual.height, 10);
+  EXPECT_EQ(actual.stride, 24);
+  EXPECT_EQ(actual.DirtyRect.left, 0);
+  EXPECT_EQ(actual.DirtyRect.right, 8);
+  EXPECT_EQ(actual.DirtyRect.bottom, 10);
+  EXPECT_EQ(actual.Orientation, 0u);
+  EXPECT_EQ(actual.ComposeInPlace, 3u);
+  EXPECT_EQ(actual.StorageKind, 4u);
+  Bytes expected;
+  for (std::size_t row = 0; row < 10; ++row) {
+    const Bytes cut = Part(source, row * 32, 24);
+    expected.insert(expected.end(), cut.begin(), cut.end());
+  }
+  EXPECT_EQ(BlockOf(surface.get(), 240), expected);
+}
+
+TEST(CreateFromMemory, EveryWidthAndHeightIsTrimmedByItsOwnRule) {
+  for (const std::int32_t format : {FORMAT_RGB24, FORMAT_RGB32}) {
+    for (std::int32_t width = 4; width <= 13; ++width) {
+      for (std::int32_t height = 4; height <= 7; ++height) {
+        SurfaceDescription description = Describe(width, height, format);
+        description.stride += 4;
+        const std::int32_t pixel = description.bitsPerPixel / 8;
+        const Bytes source = Noise(2).Bytes(PictureBytes(description));
+        const HeldSurface surface = MakeSurface(description, source);
+        const SurfaceDescription actual = DescriptionOf(surface.get());
+        EXPECT_EQ(actual.width, width / 4 * 4);
+        EXPECT_EQ(actual.height, height / 2 * 2);
+        // A width of whole fours keeps the caller's stride, and is copied padding and all.
+        EXPECT_EQ(actual.stride, width % 4 == 0 ? description.stride : pixel * actual.width);
+        const Bytes block = BlockOf(surface.get(), PictureBytes(actual));
+        for (std::int32_t row = 0; row < actual.height; ++row) {
+          const auto rowBytes = static_cast<std::size_t>(actual.stride);
+          EXPECT_EQ(Part(block, static_cast<std::size_t>(row) * rowBytes, rowBytes),
+                    Part(source, static_cast<std::size_t>(row * description.stride), rowBytes));
+        }
+      }
+    }
+  }
+}
+
+TEST(CreateFromMemory, PlanarPicturesAreCopiedWholeAndTopDown) {
+  for (const auto& [width, height] : {std::pair{8, 6}, {5, 5}, {7, 4}, {4, 7}}) {
+    SurfaceDescription description = Describe(width, height, FORMAT_YUV420);
+    description.Orientation = 0;
+    const auto bytes = static_cast<std::size_t>(width * height * 3 / 2);
+    const Bytes source = Noise(3).Bytes(bytes);
+    const HeldSurface surface = MakeSurface(description, source);
+    EXPECT_EQ(BlockOf(surface.get(), bytes), source);
+    EXPECT_EQ(DescriptionOf(surface.get()).Orientation, 1u);
+    EXPECT_EQ(DescriptionOf(surface.get()).width, width);
+    EXPECT_EQ(DescriptionOf(surface.get()).height, height);
+  }
+}
+
+TEST(CreateFromMemory, FormatSixBecomesFormatFourWithItsPlanesExchanged) {
+  for (const auto& [width, height] : {std::pair{8, 6}, {4, 4}, {5, 5}, {6, 5}}) {
+    const auto luma = static_cast<std::size_t>(width * height);
+    const std::size_t chroma = luma / 4;
+    const std::size_t bytes = luma * 3 / 2;
+    const Bytes source = Noise(4).Bytes(bytes);
+    const HeldSurface surface = MakeSurface(Describe(width, height, FORMAT_YVU420), source);
+    EXPECT_EQ(DescriptionOf(surface.get()).format, FORMAT_YUV420);
+    EXPECT_EQ(DescriptionOf(surface.get()).Orientation, 1u);
+    const Bytes block = BlockOf(surface.get(), bytes);
+    EXPECT_EQ(Part(block, 0, luma), Part(source, 0, luma));
+    EXPECT_EQ(Part(block, luma, chroma), Part(source, luma + chroma, chroma));
+    EXPECT_EQ(Part(block, luma + chroma, chroma), Part(source, luma, chroma));
+  }
+}
+
+TEST(CreateFromMemory, PlanarPicturesArePackedByTheWidthAndKeepTheStrideWord) {
+  for (const std::int32_t format : {FORMAT_YUV420, FORMAT_YVU420}) {
+    SurfaceDescription description = Describe(8, 4, format);
+    description.stride = 20;
+    const Bytes source = Noise(5).Bytes(48);
+    const HeldSurface surface = MakeSurface(description, source);
+    EXPECT_EQ(DescriptionOf(surface.get()).stride, 20);
+    const Bytes block = BlockOf(surface.get(), 120);
+    EXPECT_EQ(Part(block, 0, 32), Part(source, 0, 32));
+    EXPECT_THAT(Part(block, 48, 72), Each(0));
+  }
+}
+
+TEST(CreateFromMemory, PackedPicturesAreCopiedWhole) {
+  SurfaceDescription description = Describe(7, 5, FORMAT_YUY2);
+  description.stride = 18;
+  description.Orientation = 0;
+  const Bytes source = Noise(6).Bytes(90);
+  const HeldSurface surface = MakeSurface(description, source);
+  EXPECT_EQ(BlockOf(surface.get(), 90), source);
+  EXPECT_EQ(DescriptionOf(surface.get()).Orientation, 0u);
+}
+
+TEST(CreateFromMemory, TheSurfaceDoesNotReferToTheHostsMemory) {
+  const SurfaceDescription description = Describe(8, 8, FORMAT_RGB32);
+  Bytes bytes = Noise(7).Bytes(256);
+  VectorSource source(bytes);
+  HeldSurface surface;
+  ASSERT_EQ(MakeBuilder()->CreateFromMemory(&description, &source, surface.Reset()), VED_OK);
+  std::memset(source.GetData(), 0, 256);
+  EXPECT_EQ(BlockOf(surface.get(), 256), bytes);
+  EXPECT_EQ(source.otherCalls, 0u);
+}
+
+TEST(CreateFromMemory, SizesWithoutBytesOrBeyondAWordAreInvalid) {
+  const struct {
+    std::int32_t width, height, format, bits, stride;
+  } kCases[] = {
+      {8, 8, FORMAT_RGB24, 24, 0},
+      {8, 8, FORMAT_RGB24, 24, -24},
+      {10, 8, FORMAT_RGB24, 7, 30},  // 7 / 8 is 0
+      {10, 8, FORMAT_RGB24, -24, 30},
+      {8, 8, FORMAT_YUY2, 16, -1},
+      {0x10000, 0x10000, FORMAT_RGB32, 32, 0x40000},
+      {0x10000, 0x10000, FORMAT_YUV420, 12, 0x10000},
+      {-8, -8, FORMAT_YUV420, 12, 8},
+      {INT32_MIN, INT32_MIN, FORMAT_YVU420, 12, 8},
+      {0x7FFFFFFF, 0x7FFFFFFE, FORMAT_RGB24, INT32_MAX, 8},
+      {-3, -4, FORMAT_RGB32, INT32_MIN, 8},
+  };
+  for (const auto& size : kCases) {
+    SurfaceDescription description = Describe(4, 4, size.format);
+    description.width = size.width;
+    description.height = size.height;
+    description.bitsPerPixel = size.bits;
+    description.stride = size.stride;
+    EXPECT_EQ(FailMemory(description).result, VED_E_INVALIDARG)
+        << size.width << " x " << size.height << " format " << size.format;
+  }
+}
+
+TEST(CreateFromMemory, ASourceWithoutDataLeavesOneObjectAliveWithoutPixels) {
+  const HeldBuilder builder = MakeBuilder();
+  const SurfaceDescription description = Describe(8, 8, FORMAT_RGB24);
+  VectorSource source({});
+  IZorSurface* out = kUntouched;
+  const std::int64_t before = LiveAllocations();
+#if defined(__SANITIZE_ADDRESS__)
+  __lsan::ScopedDisabler theObjectIsMeantToStay;
+#endif
+  EXPECT_EQ(builder->CreateFromMemory(&description, &source, &out), VED_E_INVALIDARG);
+  EXPECT_EQ(out, kUntouched);
+  EXPECT_EQ(LiveAllocations(), before + 1);
+}
+
+TEST(CreateFromMemory, EveryRefusedAllocationIsOutOfMemoryAndLeavesNothing) {
+  for (const std::int32_t format : {FORMAT_RGB24, FORMAT_YUV420, FORMAT_YUY2, FORMAT_YVU420}) {
+    const HeldBuilder builder = MakeBuilder();
+    const SurfaceDescription description = Describe(10, 8, format);
+    for (std::uint64_t k = 1; k <= 2; ++k) {
+      VectorSource source(Bytes(1024, 1));
+      const std::int64_t before = LiveAllocations();
+      IZorSurface* out = kUntouched;
+      RefuseAllocation(k);
+      EXPECT_EQ(builder->CreateFromMemory(&description, &source, &out), VED_E_OUTOFMEMORY);
+      RefuseAllocation(0);
+      EXPECT_EQ(out, kUntouched);
+      EXPECT_EQ(source.dataCalls, k - 1);
+      EXPECT_EQ(LiveAllocations(), before);
+    }
+  }
+}
+
+TEST(CreateFromMemory, AStrideSmallerThanTheRowIsAcceptedAndCovered) {
+  SurfaceDescription description = Describe(8, 4, FORMAT_RGB32);
+  description.stride = 5;
+  const Bytes source = Noise(8).Bytes(20);
+  const HeldSurface surface = MakeSurface(description, source);
+  const Bytes block = BlockOf(surface.get(), 32 * 4);
+  EXPECT_EQ(Part(block, 0, 20), source);
+  EXPECT_THAT(Part(block, 20, 108), Each(0));
+}
+
+}  // namespace

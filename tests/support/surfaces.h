@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: BSD-2-Clause
+// Copyright (c) 2026, The ZorSurface authors
+#pragma once
+
+/// @file
+/// Builders, descriptions and sources for tests of surfaces.
+
+#include <zorsurface/zorsurface.h>
+
+#include <cstdint>
+#include <utility>
+#include <vector>
+
+namespace zor::test {
+
+/// Owns one reference of an interface.
+template <class Interface>
+class Held {
+ public:
+  Held() = default;
+  explicit Held(Interface* object) : object_(object) {}
+  ~Held() { Reset(); }
+  Held(Held&& other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
+  Held& operator=(Held&& other) noexcept {
+    std::swap(object_, other.object_);
+    return *this;
+  }
+
+  Interface* get() const { return object_; }
+  Interface* operator->() const { return object_; }
+  explicit operator bool() const { return object_ != nullptr; }
+  /// Gives the reference back. @return where a creator stores the next one.
+  Interface** Reset() {
+    if (object_ != nullptr) object_->Release();
+    object_ = nullptr;
+    return &object_;
+  }
+
+ private:
+  Interface* object_ = nullptr;
+};
+
+using HeldSurface = Held<IZorSurface>;
+using HeldBuilder = Held<ISurfaceBuilder>;
+
+/// @return a builder from `CreateObject`.
+HeldBuilder MakeBuilder();
+
+/// @return the description of a new picture in its natural stride, `Orientation` 1.
+SurfaceDescription Describe(std::int32_t width, std::int32_t height, std::int32_t format);
+
+/// @return the bytes of a picture of this description; planes included.
+std::size_t PictureBytes(const SurfaceDescription& description);
+
+/// Lends a vector of bytes, or nothing. Counts the calls of its slots.
+class VectorSource final : public IZorMemorySource {
+ public:
+  explicit VectorSource(std::vector<std::uint8_t> bytes) : bytes_(std::move(bytes)) {}
+
+  std::uint32_t AddRef() override { return ++otherCalls; }
+  std::uint32_t Release() override { return ++otherCalls; }
+  std::int32_t QueryInterface(const GUID*, void**) override {
+    ++otherCalls;
+    return VED_E_UNSUPPORTED;
+  }
+  void* GetData() override {
+    ++dataCalls;
+    return bytes_.empty() ? nullptr : bytes_.data();
+  }
+
+  std::uint32_t dataCalls = 0;
+  std::uint32_t otherCalls = 0;
+
+ private:
+  std::vector<std::uint8_t> bytes_;
+};
+
+/// @return a surface copied from @p bytes by `CreateFromMemory`.
+HeldSurface MakeSurface(const SurfaceDescription& description,
+                        const std::vector<std::uint8_t>& bytes);
+
+/// @return a blank surface.
+HeldSurface MakeBlank(const SurfaceDescription& description);
+
+SurfaceDescription DescriptionOf(IZorSurface* surface);
+
+/// @return the first @p bytes bytes of the surface's block.
+std::vector<std::uint8_t> BlockOf(IZorSurface* surface, std::size_t bytes);
+
+/// @return the reference count, unchanged.
+std::uint32_t CountOf(VideoEdit::IVedUnknown* object);
+
+}  // namespace zor::test
