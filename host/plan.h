@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: BSD-2-Clause
+// Copyright (c) 2026, The ZorSurface authors
+#pragma once
+
+/// @file
+/// What a run asks of the library for every frame, worked out once before the first one.
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "picture.h"
+#include "stream_info.h"
+
+namespace zorhost {
+
+/// One request. A cover draws the middle of the picture into a fresh surface at once; the other two
+/// are queued.
+struct Operation {
+  enum class Kind { kResize, kConvert, kCover };
+  Kind kind;
+  int width = 0;
+  int height = 0;
+  bool fit = false;
+  std::uint32_t mode = 0;
+  std::int32_t format = 0;
+};
+
+/// A surface's shape between two operations.
+struct PictureShape {
+  Layout layout = Layout::kYvu420;
+  int width = 0;
+  int height = 0;
+  bool bottomUp = false;
+};
+
+/// A chain of operations with the shape that each one leaves.
+class Plan {
+ public:
+  /// Works out the form in which frames of a source are handed in: planar and packed sizes are cut
+  /// to even ones, RGB goes in bottom-up and is trimmed by the builder to a width of whole fours
+  /// and an even height, and mono gets neutral chroma if @p target isn't gray. What is left out or
+  /// added is told in @p notes.
+  /// @throws InputError for pictures smaller than 4 x 4.
+  Plan(const StreamInfo& source, Layout target, std::vector<std::string>& notes);
+
+  /// @throws UsageError where the library has no such picture (odd sizes in 4:2:0).
+  void Convert(Layout target);
+  void Resize(int width, int height, bool fit, std::uint32_t mode);
+  void Cover(int width, int height, std::uint32_t mode);
+
+  /// The row order and pitch (0: natural) in which the result is read.
+  void ReadAs(bool bottomUp, int pitch);
+
+  /// Brings a frame into the form that is handed in.
+  /// @return @p frame itself where it has that form already, else @p scratch.
+  const Picture& Prepare(const Picture& frame, Picture& scratch) const;
+
+  /// The shape that is handed in, as the surface reports it.
+  const PictureShape& input() const { return shapes_.front(); }
+  const PictureShape& result() const { return shapes_.back(); }
+  /// The shape in front of operation @p index.
+  const PictureShape& before(std::size_t index) const { return shapes_[index]; }
+  const std::vector<Operation>& operations() const { return operations_; }
+  int pitch() const { return pitch_; }
+  bool bottomUp() const { return bottomUp_; }
+  /// Whether YUV meets RGB on the way.
+  bool crossesColour() const;
+  /// Whether a fourth byte of the source is still alpha in the result.
+  bool keepsAlpha() const;
+  /// "1920x1080 yvu420 -> 1280x720 -> rgb32"
+  std::string Text() const;
+
+  /// Direct output of the queue's last operation isn't right for every pair: a packed picture comes
+  /// unresized, and some conversions and the bands of a fit keep the surface's own row order. Then
+  /// a conversion to the format already reached is queued behind it, which copies rows out.
+  bool NeedsCopyAtEnd() const;
+
+ private:
+  void Push(const Operation& operation, const PictureShape& shape);
+
+  Layout sourceLayout_;
+  int sourceWidth_;
+  int sourceHeight_;
+  bool sourceAlpha_;
+  std::vector<Operation> operations_;
+  std::vector<PictureShape> shapes_;
+  bool bottomUp_ = false;
+  int pitch_ = 0;
+};
+
+}  // namespace zorhost
