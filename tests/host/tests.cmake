@@ -1,0 +1,20 @@
+# SPDX-License-Identifier: BSD-2-Clause
+# The host's parts by themselves, and whole runs of the program. They lie beside the program, where
+# a Windows program finds its DLL.
+if(TARGET zorhost)
+  function(zor_add_host_test name)
+    add_executable(${name} ${ARGN})
+    zor_compile_options(${name})
+    target_link_libraries(${name} PRIVATE zorhost_parts GTest::gtest_main)
+    set_target_properties(${name} PROPERTIES
+      RUNTIME_OUTPUT_DIRECTORY $<TARGET_FILE_DIR:zorhost>)
+    add_test(NAME ${name} COMMAND ${name} WORKING_DIRECTORY $<TARGET_FILE_DIR:zorhost>)
+  endfunction()
+
+  set(host_tests ${CMAKE_CURRENT_LIST_DIR})
+  zor_add_host_test(host_parts_test
+    ${host_tests}/bmp_test.cpp ${host_tests}/options_test.cpp ${host_tests}/picture_test.cpp
+    ${host_tests}/plan_test.cpp ${host_tests}/still_test.cpp ${host_tests}/y4m_test.cpp)
+  zor_add_host_test(host_run_test ${host_tests}/run_test.cpp)
+  add_dependencies(host_run_test zorhost)
+endif()
