@@ -7,7 +7,8 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
+
+#include "convert/fast_mem_copy.h"
 
 namespace zor {
 
@@ -17,11 +18,11 @@ inline void CopyRows(std::uint8_t* target, std::int64_t targetStep, const std::u
                      std::int64_t sourceStep, std::int64_t rowBytes, std::int64_t rows) noexcept {
   if (rowBytes < 1 || rows < 1) return;
   if (targetStep == rowBytes && sourceStep == rowBytes) {
-    std::memcpy(target, source, static_cast<std::size_t>(rowBytes * rows));
+    FastMemCopy(target, source, static_cast<std::size_t>(rowBytes * rows));
     return;
   }
   for (std::int64_t row = 0; row < rows; ++row) {
-    std::memcpy(target + row * targetStep, source + row * sourceStep,
+    FastMemCopy(target + row * targetStep, source + row * sourceStep,
                 static_cast<std::size_t>(rowBytes));
   }
 }
