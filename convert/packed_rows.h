@@ -33,8 +33,7 @@ struct PackedPicture {
 
   /// @return whether a target of @p rowBytes a row is written past the caches.
   bool WritesPastCaches(std::int64_t rowBytes) const noexcept {
-    return rowBytes * (height < 0 ? -std::int64_t{height} : height) > kStreamingBytes &&
-           RowsAreLines(target, targetStride);
+    return RowsArePastCaches(target, targetStride, rowBytes, height);
   }
 };
 

@@ -10,6 +10,7 @@
 #include <cstdint>
 
 #include "convert/pixel_formats.h"
+#include "convert/store_avx2.h"
 #include "platform/compiler.h"
 
 namespace zor {
@@ -52,6 +53,33 @@ ZOR_ALWAYS_INLINE __m256i PackLuma(__m256i d0, __m256i d1, __m256i d2, __m256i d
   // Dwords of the packed bytes: d0 d1 d2 d3 | d0 d1 d2 d3, low halves of each in the low lane.
   return _mm256_permutevar8x32_epi32(_mm256_packus_epi16(w0, w1),
                                      _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7));
+}
+
+/// The six dwords that hold eight pixels without their fourth bytes, at the places named.
+ZOR_ALWAYS_INLINE __m256i SqueezeEight(__m256i pixels, __m256i places) {
+  const __m256i lanes = _mm256_shuffle_epi8(
+      pixels, _mm256_setr_epi8(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, -1, -1, -1, -1,  //
+                               0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, -1, -1, -1, -1));
+  return _mm256_permutevar8x32_epi32(lanes, places);
+}
+
+/// Stores 32 pixels, eight a register as B, G, R, x, with their fourth bytes or without.
+template <class Pixel, bool kStream>
+ZOR_ALWAYS_INLINE void Store32Pixels(std::uint8_t* target, const __m256i (&pixels)[4]) {
+  if constexpr (Pixel::kBytes == 4) {
+#pragma GCC unroll 4
+    for (int i = 0; i < 4; ++i) Store32<kStream>(target + 32 * i, pixels[i]);
+  } else {
+    // Dwords 0, 1, 2 and 4, 5, 6 of the lanes are filled; the outputs are
+    //   aaaaaabb bbbbcccc ccdddddd
+    const __m256i a = SqueezeEight(pixels[0], _mm256_setr_epi32(0, 1, 2, 4, 5, 6, 7, 7));
+    const __m256i b = SqueezeEight(pixels[1], _mm256_setr_epi32(2, 4, 5, 6, 7, 7, 0, 1));
+    const __m256i c = SqueezeEight(pixels[2], _mm256_setr_epi32(5, 6, 7, 7, 0, 1, 2, 4));
+    const __m256i d = SqueezeEight(pixels[3], _mm256_setr_epi32(7, 7, 0, 1, 2, 4, 5, 6));
+    Store32<kStream>(target, _mm256_blend_epi32(a, b, 0xC0));
+    Store32<kStream>(target + 32, _mm256_blend_epi32(b, c, 0xF0));
+    Store32<kStream>(target + 64, _mm256_blend_epi32(c, d, 0xFC));
+  }
 }
 
 }  // namespace

@@ -59,5 +59,49 @@ ZOR_ALWAYS_INLINE __m128i ChromaOfTwo(__m128i groups) {
   return AddNeighbours(u, v);
 }
 
+ZOR_ALWAYS_INLINE void StoreSixteen(std::uint8_t* target, __m128i bytes) {
+  _mm_storeu_si128(reinterpret_cast<__m128i*>(target), bytes);
+}
+
+/// Four pixels in bytes 0 to 11; zeros behind them.
+ZOR_ALWAYS_INLINE __m128i SqueezeFour(__m128i pixels) {
+  const __m128i firstOfTwo = _mm_set1_epi64x(0x0000000000FFFFFF);
+  const __m128i secondOfTwo = _mm_set1_epi64x(0x0000FFFFFF000000);
+  // Six bytes in each half, then side by side.
+  const __m128i halves = _mm_or_si128(_mm_and_si128(pixels, firstOfTwo),
+                                      _mm_and_si128(_mm_srli_epi64(pixels, 8), secondOfTwo));
+  return _mm_or_si128(_mm_move_epi64(halves), _mm_slli_si128(_mm_srli_si128(halves, 8), 6));
+}
+
+/// Stores sixteen pixels, four a register as B, G, R, x, with their fourth bytes or without.
+template <class Pixel>
+ZOR_ALWAYS_INLINE void StorePixels(std::uint8_t* target, const __m128i (&pixels)[4]) {
+  if constexpr (Pixel::kBytes == 4) {
+    for (int i = 0; i < 4; ++i) StoreSixteen(target + 16 * i, pixels[i]);
+  } else {
+    const __m128i a = SqueezeFour(pixels[0]);
+    const __m128i b = SqueezeFour(pixels[1]);
+    const __m128i c = SqueezeFour(pixels[2]);
+    const __m128i d = SqueezeFour(pixels[3]);
+    // aaaaaaaaaaaabbbb bbbbbbbbcccccccc ccccdddddddddddd
+    StoreSixteen(target, _mm_or_si128(a, _mm_slli_si128(b, 12)));
+    StoreSixteen(target + 16, _mm_or_si128(_mm_srli_si128(b, 4), _mm_slli_si128(c, 8)));
+    StoreSixteen(target + 32, _mm_or_si128(_mm_srli_si128(c, 8), _mm_slli_si128(d, 4)));
+  }
+}
+
+/// Stores sixteen pixels out of a register of each colour; a fourth byte is 0.
+template <class Pixel>
+ZOR_ALWAYS_INLINE void StoreSixteenPixels(std::uint8_t* target, __m128i blue, __m128i green,
+                                          __m128i red) {
+  const __m128i zero = _mm_setzero_si128();
+  const __m128i blueGreen[2] = {_mm_unpacklo_epi8(blue, green), _mm_unpackhi_epi8(blue, green)};
+  const __m128i redZero[2] = {_mm_unpacklo_epi8(red, zero), _mm_unpackhi_epi8(red, zero)};
+  const __m128i pixels[4] = {
+      _mm_unpacklo_epi16(blueGreen[0], redZero[0]), _mm_unpackhi_epi16(blueGreen[0], redZero[0]),
+      _mm_unpacklo_epi16(blueGreen[1], redZero[1]), _mm_unpackhi_epi16(blueGreen[1], redZero[1])};
+  StorePixels<Pixel>(target, pixels);
+}
+
 }  // namespace
 }  // namespace zor

@@ -25,15 +25,6 @@ struct Spread {
   }
 };
 
-/// The six dwords that hold eight pixels without their fourth bytes, at the places named.
-ZOR_ALWAYS_INLINE __m256i SqueezeEight(const std::uint8_t* pixels, __m256i places) {
-  const __m256i lanes = _mm256_shuffle_epi8(
-      LoadEightPixels<Rgb32>(pixels),
-      _mm256_setr_epi8(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, -1, -1, -1, -1,  //
-                       0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, -1, -1, -1, -1));
-  return _mm256_permutevar8x32_epi32(lanes, places);
-}
-
 struct Squeeze {
   static constexpr std::int32_t kColumns = 32;
   std::uint8_t* target;
@@ -41,17 +32,10 @@ struct Squeeze {
 
   template <bool kStream>
   ZOR_ALWAYS_INLINE void Convert(std::int32_t x) const {
-    const std::uint8_t* from = source + 4 * x;
-    // Dwords 0, 1, 2 and 4, 5, 6 of the lanes are filled; the outputs are
-    //   aaaaaabb bbbbcccc ccdddddd
-    const __m256i a = SqueezeEight(from, _mm256_setr_epi32(0, 1, 2, 4, 5, 6, 7, 7));
-    const __m256i b = SqueezeEight(from + 32, _mm256_setr_epi32(2, 4, 5, 6, 7, 7, 0, 1));
-    const __m256i c = SqueezeEight(from + 64, _mm256_setr_epi32(5, 6, 7, 7, 0, 1, 2, 4));
-    const __m256i d = SqueezeEight(from + 96, _mm256_setr_epi32(7, 7, 0, 1, 2, 4, 5, 6));
-    std::uint8_t* to = target + 3 * x;
-    Store32<kStream>(to, _mm256_blend_epi32(a, b, 0xC0));
-    Store32<kStream>(to + 32, _mm256_blend_epi32(b, c, 0xF0));
-    Store32<kStream>(to + 64, _mm256_blend_epi32(c, d, 0xFC));
+    __m256i pixels[4];
+#pragma GCC unroll 4
+    for (int i = 0; i < 4; ++i) pixels[i] = LoadEightPixels<Rgb32>(source + 4 * x + 32 * i);
+    Store32Pixels<Rgb24, kStream>(target + 3 * x, pixels);
   }
 };
 

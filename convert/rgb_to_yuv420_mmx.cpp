@@ -1,22 +1,13 @@
 // SPDX-License-Identifier: BSD-2-Clause
 // Copyright (c) 2026, The ZorSurface authors
 
-#include <mmintrin.h>
-
-#include <cstring>
-
+#include "convert/load_store_mmx.h"
 #include "convert/pixel_formats.h"
 #include "convert/rgb_to_yuv420.h"
 #include "convert/rgb_to_yuv420_walk.h"
 
 namespace zor {
 namespace {
-
-ZOR_ALWAYS_INLINE std::int32_t LoadDword(const std::uint8_t* bytes) {
-  std::int32_t word;
-  std::memcpy(&word, bytes, sizeof(word));
-  return word;
-}
 
 /// Loads the two pixels of a pair as B, G, R, x in the low half. A 3-byte pixel's fourth byte is
 /// cut off; the second one is read from the byte in front of it, so that no read passes its end.
@@ -25,21 +16,17 @@ struct PixelPair;
 
 template <>
 struct PixelPair<Rgb32> {
-  static ZOR_ALWAYS_INLINE __m64 First(const std::uint8_t* p) {
-    return _mm_cvtsi32_si64(LoadDword(p));
-  }
-  static ZOR_ALWAYS_INLINE __m64 Second(const std::uint8_t* p) {
-    return _mm_cvtsi32_si64(LoadDword(p + 4));
-  }
+  static ZOR_ALWAYS_INLINE __m64 First(const std::uint8_t* p) { return LoadFour(p); }
+  static ZOR_ALWAYS_INLINE __m64 Second(const std::uint8_t* p) { return LoadFour(p + 4); }
 };
 
 template <>
 struct PixelPair<Rgb24> {
   static ZOR_ALWAYS_INLINE __m64 First(const std::uint8_t* p) {
-    return _mm_and_si64(_mm_cvtsi32_si64(LoadDword(p)), _mm_cvtsi32_si64(0x00FFFFFF));
+    return _mm_and_si64(LoadFour(p), _mm_cvtsi32_si64(0x00FFFFFF));
   }
   static ZOR_ALWAYS_INLINE __m64 Second(const std::uint8_t* p) {
-    return _mm_srli_pi32(_mm_cvtsi32_si64(LoadDword(p + 2)), 8);
+    return _mm_srli_pi32(LoadFour(p + 2), 8);
   }
 };
 

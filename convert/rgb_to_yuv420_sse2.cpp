@@ -74,19 +74,12 @@ constexpr RowsByLevel<RgbToYuv420Rows> kRows32 = {
 constexpr RowsByLevel<RgbToYuv420Rows> kRows24 = {
     {ConvertRows<Rgb24>, Rgb24ToYuv420RowsAvx2, Rgb24ToYuv420RowsAvx512}};
 
-bool WritesPastCaches(const RgbToYuv420Picture& picture) {
-  const std::int64_t luma = std::int64_t{picture.lumaStride} * picture.height;
-  return (luma < 0 ? -luma : luma) * 3 / 2 > kStreamingBytes && (picture.width & 1) == 0 &&
-         RowsAreLines(picture.luma, picture.lumaStride) &&
-         RowsAreLines(picture.u, picture.chromaStride) &&
-         RowsAreLines(picture.v, picture.chromaStride);
-}
-
 template <class Pixel>
 void Convert(const RowsByLevel<RgbToYuv420Rows>& byLevel,
              const RgbToYuv420Picture& picture) noexcept {
   const VectorLevel widest = InnerVectorLevel();
-  const bool stream = WritesPastCaches(picture);
+  const bool stream = PlanesArePastCaches(picture.luma, picture.u, picture.v, picture.lumaStride,
+                                          picture.chromaStride, picture.width, picture.height);
   WalkRgbToYuv420<Pixel>(picture,
                          [&](const RgbToYuv420Pair& rows, std::int32_t columns, std::int32_t) {
                            return byLevel.Convert(widest, rows, columns, stream);

@@ -57,7 +57,7 @@ void Convert(const RowsByLevel<PackedRow>& rows,
   const VectorLevel widest = InnerVectorLevel();
   const std::int32_t odd = picture.width & 1;
   const std::int32_t columns = picture.width & ~7;
-  const bool stream = picture.WritesPastCaches(std::int64_t{picture.width} * 2);
+  const bool stream = odd == 0 && picture.WritesPastCaches(std::int64_t{picture.width} * 2);
   WalkPackedRows(picture, {odd * 2, odd * 4}, [&](std::uint8_t* target, std::uint8_t* source) {
     rows.Convert(widest, target, source, columns, stream);
     for (std::int32_t x = columns; x + 1 < picture.width; x += 2)

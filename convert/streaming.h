@@ -21,4 +21,23 @@ inline bool RowsAreLines(const std::uint8_t* operand, std::int64_t stride) noexc
          0;
 }
 
+/// The same for a target of three planes, of an even width or it drifts off its lines.
+/// @return whether the planes are written past the caches
+inline bool PlanesArePastCaches(const std::uint8_t* luma, const std::uint8_t* u,
+                                const std::uint8_t* v, std::int32_t lumaStride,
+                                std::int32_t chromaStride, std::int32_t width,
+                                std::int32_t height) noexcept {
+  const std::int64_t rows = height < 0 ? -std::int64_t{height} : height;
+  return rows * width * 3 / 2 > kStreamingBytes && (width & 1) == 0 &&
+         RowsAreLines(luma, lumaStride) && RowsAreLines(u, chromaStride) &&
+         RowsAreLines(v, chromaStride);
+}
+
+/// The same for a packed target with rows of @p rowBytes.
+inline bool RowsArePastCaches(const std::uint8_t* target, std::int32_t stride,
+                              std::int64_t rowBytes, std::int32_t height) noexcept {
+  return rowBytes * (height < 0 ? -std::int64_t{height} : height) > kStreamingBytes &&
+         RowsAreLines(target, stride);
+}
+
 }  // namespace zor

@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: BSD-2-Clause
+// Copyright (c) 2026, The ZorSurface authors
+#pragma once
+
+/// @file
+/// The walk over the row pairs of a picture from YUY2 to YUV 4:2:0, and the statement of a pair of
+/// columns.
+
+#include "convert/row_triple.h"
+
+namespace zor {
+
+/// The operands of a kernel.
+struct Yuy2ToYuv420Picture {
+  std::uint8_t* luma;
+  std::uint8_t* u;
+  std::uint8_t* v;
+  std::int32_t lumaStride;
+  std::int32_t chromaStride;
+  const std::uint8_t* source;
+  std::int32_t sourceStride;
+  std::int32_t width;
+  std::int32_t height;
+};
+
+/// Two rows of the source and what they become.
+struct Yuy2ToYuv420Pair {
+  RowTriple source[2];
+  std::uint8_t* luma[2];
+  std::uint8_t* u;
+  std::uint8_t* v;
+  bool only;   ///< the picture's single pair
+  bool inner;  ///< neither the first nor the last: source[1] shares two rows with source[0]
+};
+
+/// Converts the columns @p x and x + 1 of both rows.
+ZOR_ALWAYS_INLINE void ConvertColumns(const Yuy2ToYuv420Pair& rows, std::int32_t x) noexcept {
+  std::uint8_t smoothed[2][4];
+  for (int row = 0; row < 2; ++row) {
+    for (int i = 0; i < 4; ++i) smoothed[row][i] = rows.source[row].Smooth(2 * x + i);
+    rows.luma[row][x] = smoothed[row][0];
+    rows.luma[row][x + 1] = smoothed[row][2];
+  }
+  rows.u[x / 2] = RoundingFilter::Average(smoothed[0][1], smoothed[1][1]);
+  rows.v[x / 2] = RoundingFilter::Average(smoothed[0][3], smoothed[1][3]);
+}
+
+/// Calls `convert(rows, columns)` for every pair of rows and converts by the statement what columns
+/// it leaves. It returns how many it did, an even number.
+template <class Convert>
+ZOR_ALWAYS_INLINE void WalkYuy2ToYuv420(const Yuy2ToYuv420Picture& picture,
+                                        const Convert& convert) noexcept {
+  const std::uint8_t* source = picture.source;
+  std::ptrdiff_t sourceStride = picture.sourceStride;
+  std::int32_t height = picture.height;
+  if (height < 0) {
+    height = -height;
+    source += (height - 1) * sourceStride;
+    sourceStride = -sourceStride;
+  }
+  const std::ptrdiff_t lumaStride = picture.lumaStride;
+  const std::ptrdiff_t chromaStride = picture.chromaStride;
+  const std::ptrdiff_t drift = picture.width & 1;
+  const std::int32_t columns = picture.width & ~1;
+  const std::ptrdiff_t pairs = height / 2;
+
+  for (std::ptrdiff_t pair = 0; pair < pairs; ++pair) {
+    const bool first = pair == 0;
+    const bool last = pair == pairs - 1;
+    std::uint8_t* luma = picture.luma + pair * (2 * lumaStride - drift);
+    Yuy2ToYuv420Pair rows = {{},
+                             {luma, luma + lumaStride},
+                             picture.u + pair * chromaStride,
+                             picture.v + pair * chromaStride,
+                             first && last,
+                             !first && !last};
+    PlanPair(rows.source, source + pair * (2 * sourceStride - 2 * drift), sourceStride, first,
+             last);
+    for (std::int32_t x = convert(rows, columns); x < columns; x += 2) ConvertColumns(rows, x);
+  }
+}
+
+}  // namespace zor
