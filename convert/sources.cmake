@@ -1,5 +1,10 @@
 # SPDX-License-Identifier: BSD-2-Clause
 list(APPEND ZOR_CORE_SOURCES
+  convert/colour_tables.cpp
+  convert/fast_mem_copy.cpp
+  convert/fast_mem_copy_mmx.cpp
+  convert/fast_mem_copy_sse2.cpp
+  convert/feature_word.cpp
   convert/rgb_packing_avx2.cpp
   convert/rgb_packing_plain.cpp
   convert/rgb_packing_sse2.cpp
@@ -12,9 +17,19 @@ list(APPEND ZOR_CORE_SOURCES
   convert/rgb_to_yuy2_avx512.cpp
   convert/rgb_to_yuy2_plain.cpp
   convert/rgb_to_yuy2_sse2.cpp
-  convert/colour_tables.cpp
-  convert/fast_mem_copy.cpp
-  convert/fast_mem_copy_mmx.cpp
-  convert/fast_mem_copy_sse2.cpp
-  convert/feature_word.cpp
+  convert/yuv420_to_yuy2_avx2.cpp
+  convert/yuv420_to_yuy2_avx512.cpp
+  convert/yuv420_to_yuy2_mmx.cpp
+  convert/yuv420_to_yuy2_plain.cpp
+  convert/yuv420_to_yuy2_sse2.cpp
+  convert/yuy2_rgb_avx2.cpp
+  convert/yuy2_rgb_avx512.cpp
+  convert/yuy2_rgb_mmx.cpp
+  convert/yuy2_rgb_plain.cpp
+  convert/yuy2_rgb_sse2.cpp
+  convert/yuy2_to_yuv420_avx2.cpp
+  convert/yuy2_to_yuv420_avx512.cpp
+  convert/yuy2_to_yuv420_mmx.cpp
+  convert/yuy2_to_yuv420_plain.cpp
+  convert/yuy2_to_yuv420_sse2.cpp
 )

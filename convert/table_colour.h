@@ -32,7 +32,7 @@ class TableChroma {
   }
 
  private:
-  /// @param sum within -3269008 to 4394270, -400 to 536 after the shift
+  /// @param sum within -2268528 to 4378302: -277 to 534 after the shift
   static ZOR_ALWAYS_INLINE std::uint8_t ToByte(std::int32_t sum) noexcept {
     const std::int32_t value = sum >> 13;
     return static_cast<std::uint8_t>(value < 0 ? 0 : value > 255 ? 255 : value);
