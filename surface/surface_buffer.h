@@ -59,6 +59,9 @@ class CZorSurfaceBuffer final : public CZorSurface {
   std::int32_t ExportGlobalDib(void** image);
   std::int32_t ExportDirectDraw(void** image);
 
+  /// Exchanges the chroma planes, in place or into the host's memory.
+  std::int32_t ExchangeChroma();  // convert_driver.cpp
+
   /// Frees the old block if it is owned, takes a new one and sets `StorageFlags` to 1.
   void ReplacePixels(std::uint8_t* pixels) noexcept;
 

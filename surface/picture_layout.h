@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: BSD-2-Clause
+// Copyright (c) 2026, The ZorSurface authors
+#pragma once
+
+/// @file
+/// Strides and sizes of pictures, in 64 bits.
+
+#include <zorsurface/surface_description.h>
+
+#include <cstdint>
+
+#include "platform/pixel_block.h"
+
+namespace zor {
+
+/// @return the bytes of a row of whole pixels, rounded up to a multiple of 4.
+constexpr std::int64_t AlignedRowBytes(std::int64_t width, std::int64_t bitsPerPixel) {
+  return (bitsPerPixel * width + 31) / 32 * 4;
+}
+
+/// @return the bytes of a picture's rows: one and a half times as many for planes.
+constexpr std::int64_t PictureBytes(std::int64_t stride, std::int64_t height, bool planar) {
+  return planar ? stride * height * 3 / 2 : stride * height;
+}
+
+/// @return whether a format's rows are single rows of 1, 3 or 4 bytes a pixel.
+constexpr bool IsPackedRgbOrGray(std::int32_t format) {
+  return format == FORMAT_RGB24 || format == FORMAT_RGB32 || format == FORMAT_GRAY8;
+}
+
+/// Allocates the block that an operation's result goes into.
+/// @param result describes the picture that comes about. @param bytes by the format's rule.
+/// @return null without memory or for a size that can't be.
+inline std::uint8_t* AllocateResult(const SurfaceDescription& result, std::int64_t bytes,
+                                    BlockContents contents) noexcept {
+  if (bytes < 1 || bytes > kMaxBlockBytes) return nullptr;
+  return AllocatePixelBlock(CoveredBytes(result, bytes), result.width, result.height, contents);
+}
+
+/// @return whether all rows of a surface lie in its block. A description may say otherwise where a
+///         host made it up.
+inline bool PictureInBlock(const SurfaceDescription& d, const std::uint8_t* pixels) noexcept {
+  return d.stride > 0 && d.width > 0 && d.height > 0 && CoveredBytes(d, 1) <= PixelBlockBytes(pixels);
+}
+
+}  // namespace zor

@@ -1,0 +1,155 @@
+// SPDX-License-Identifier: BSD-2-Clause
+// Copyright (c) 2026, The ZorSurface authors
+
+#include <zorsurface/result_codes.h>
+
+#include <cstring>
+
+#include "scale/stretch.h"
+#include "surface/fill.h"
+#include "surface/lent_memory.h"
+#include "surface/picture_layout.h"
+#include "surface/surface_buffer.h"
+
+namespace zor {
+namespace {
+
+/// The byte that a new packed block's first quarter is filled with.
+constexpr std::uint8_t kPackedBlank = 0x80;
+
+/// A resize's target: a new block of the surface's or the host's memory.
+struct ResizeTarget {
+  SurfaceDescription picture;
+  std::int64_t bytes;
+};
+
+/// The picture that a resize makes in a block of its own.
+ResizeTarget NewPicture(const SurfaceDescription& from, std::int32_t width, std::int32_t height) {
+  ResizeTarget target{from, 0};
+  std::int64_t stride = 0;
+  switch (from.format) {
+    case FORMAT_YUV420:
+      stride = width;
+      target.bytes = PictureBytes(stride, height, true);
+      break;
+    case FORMAT_YUY2:
+      stride = std::int64_t{width} * 2;
+      target.bytes = stride * height;
+      break;
+    default:
+      stride = AlignedRowBytes(width, from.bitsPerPixel);
+      target.bytes = stride > kMaxBlockBytes ? stride : stride * height;
+      break;
+  }
+  target.picture.width = width;
+  target.picture.height = height;
+  target.picture.stride = static_cast<std::int32_t>(stride > kMaxBlockBytes ? 0 : stride);
+  return target;
+}
+
+/// Prepares a new block before the picture is drawn into it.
+void PaintNewBlock(const SurfaceDescription& picture, std::uint8_t* block) {
+  if (picture.format == FORMAT_YUV420) {
+    FillRectYuv420(block, picture.width, picture.height, picture.stride, nullptr, 0);
+  } else if (picture.format == FORMAT_YUY2) {
+    const std::int64_t bytes = std::int64_t{picture.stride} * picture.height;
+    std::memset(block, kPackedBlank, static_cast<std::size_t>(bytes >> 2));
+  }
+}
+
+/// Scales a whole picture into a whole one, or into a rectangle of it between bands.
+void ScaleWhole(const SurfaceDescription& from, std::uint8_t* source, const SurfaceDescription& to,
+                std::uint8_t* target, const RECT* rect, ScaleMode mode) {
+  const auto fit = rect != nullptr ? 1 : 0;
+  const auto width = static_cast<std::uint32_t>(from.width);
+  const auto targetWidth = static_cast<std::uint32_t>(to.width);
+  if (from.format == FORMAT_YUV420) {
+    StretchYuv420(source, width, from.height, from.stride, nullptr, target, targetWidth, to.height,
+                  to.stride, rect, fit, mode, 0);
+  } else if (from.format == FORMAT_YUY2) {
+    StretchYuy2(source, width, from.height, from.stride, nullptr, target, targetWidth, to.height,
+                to.stride, rect, fit, mode, 0);
+  } else {
+    StretchRgb(target, targetWidth, to.height, rect, to.stride, to.bitsPerPixel, to.Orientation,
+               source, width, from.height, nullptr, from.stride, from.bitsPerPixel,
+               from.Orientation, fit, mode);
+  }
+}
+
+bool IsServed(std::int32_t format) {
+  return IsPackedRgbOrGray(format) || format == FORMAT_YUV420 || format == FORMAT_YUY2;
+}
+
+/// @return the bytes of @p to that drawing reaches: its rows, and the planar black that is written
+///         before.
+std::int64_t ReachOf(const SurfaceDescription& to) {
+  const std::int64_t pixel = to.format == FORMAT_YUY2     ? 16
+                             : to.format == FORMAT_YUV420 ? 8
+                                                          : to.bitsPerPixel;
+  const std::int64_t rows =
+      (std::int64_t{to.height} - 1) * to.stride + (std::int64_t{to.width} * pixel + 7) / 8;
+  const std::int64_t cleared = PictureBytes(to.stride, to.height, true);
+  return rows > cleared ? rows : cleared;
+}
+
+}  // namespace
+
+std::int32_t CZorSurfaceBuffer::ResizeNow(std::int32_t width, std::int32_t height,
+                                          std::int32_t fit, std::uint32_t quality) {
+  if (pixels_ == nullptr || width < 1 || height < 1) return VED_E_INVALIDARG;
+  SurfaceDescription& d = description_;
+  const bool direct = direct_.active != 0;
+  if (width == d.width && height == d.height && aspectWidth_ == 0 && aspectHeight_ == 0) {
+    if (direct) CopyRowsOut(direct_.memory, direct_.stride, direct_.orientation);
+    return VED_OK;
+  }
+  RECT rect{};
+  if (fit != 0) {
+    ComputeFitRect(width, height, &rect);
+    d.DirtyRect = rect;
+  } else {
+    d.DirtyRect = {0, 0, width, height};
+  }
+  const RECT* inside = fit != 0 ? &rect : nullptr;
+
+  if (direct) {
+    SurfaceDescription to = d;
+    to.width = width;
+    to.height = height;
+    to.stride = direct_.stride;
+    to.Orientation = direct_.orientation;
+    LentMemory lent(direct_.memory, PictureBytes(to.stride, height, true), ReachOf(to), false,
+                    width, height);
+    if (lent.Target() == nullptr) return VED_E_OUTOFMEMORY;
+    FillRectYuv420(lent.Target(), width, height, to.stride, nullptr, 0);
+    if (IsServed(d.format) && PictureInBlock(d, pixels_)) {
+      ScaleWhole(d, pixels_, to, lent.Target(), inside, quality);
+    }
+    lent.Finish();
+    return IsServed(d.format) ? VED_OK : VED_E_UNSUPPORTED;
+  }
+
+  ResizeTarget target = NewPicture(d, width, height);
+  std::uint8_t* block = nullptr;
+  if (IsServed(d.format)) {
+    block = AllocateResult(target.picture, target.bytes, BlockContents::kZero);
+    if (block == nullptr) return IsPackedRgbOrGray(d.format) ? E_FAIL : VED_E_OUTOFMEMORY;
+    PaintNewBlock(target.picture, block);
+  }
+  aspectWidth_ = aspectHeight_ = 0;
+  if (block == nullptr) return VED_E_UNSUPPORTED;
+  if (PictureInBlock(d, pixels_)) {
+    ScaleWhole(d, pixels_, target.picture, block, inside, quality);
+  }
+  if (mask_ != nullptr) {
+    mask_->QueueResize(width, height, 0, 0);
+    mask_->Flush();
+  }
+  ReplacePixels(block);
+  d.stride = target.picture.stride;
+  d.height = height;
+  d.width = width;
+  return VED_OK;
+}
+
+}  // namespace zor
