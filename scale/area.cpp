@@ -60,6 +60,17 @@ AreaList ListRow(const ScaleTarget& target, const ScaleSource& source, const Are
   return list;
 }
 
+/// Makes the plan of the widest form that takes the list. @return the form.
+const AreaRowForm& MakePlan(const AreaList& list, int widest, std::uint8_t* plan) noexcept {
+  for (int form = widest; form > 0; --form) {
+    if (kAreaRowForms[form]->planBytes(list) != 0 && kAreaRowForms[form]->plan(list, plan)) {
+      return *kAreaRowForms[form];
+    }
+  }
+  kAreaRowsPlain.plan(list, plan);
+  return kAreaRowsPlain;
+}
+
 /// Where the source rows of a picture stand. A rounded position across can lie behind the last
 /// pixel; of the rows for which that is outside of the picture @p lastRow gets a longer copy.
 class SourceRows {
@@ -118,11 +129,11 @@ bool AreaScale(const ScaleTarget& target, const ScaleSource& source, std::int64_
   if (!entries) return false;
   const AreaList list = ListRow(target, source, ratio, entries.data());
 
-  int widest = WidestAreaRowForm(InnerVectorLevel());
+  const int widest = WidestAreaRowForm(InnerVectorLevel());
   std::uint64_t planBytes = 0;
-  while ((planBytes = kAreaRowForms[widest]->planBytes(list)) == 0) --widest;
-  const AreaRowForm& form = *kAreaRowForms[widest];
-
+  for (int form = 0; form <= widest; ++form) {
+    planBytes = std::max(planBytes, kAreaRowForms[form]->planBytes(list));
+  }
   WorkArray<std::uint8_t> plan(planBytes);
   const auto sums = static_cast<std::uint64_t>(list.values) + kAreaGroup;
   WorkArray<float> gathered(sums);
@@ -130,7 +141,7 @@ bool AreaScale(const ScaleTarget& target, const ScaleSource& source, std::int64_
   WorkArray<const std::uint8_t*> rows(static_cast<std::uint64_t>(source.height));
   if (!plan || !gathered || !lastRow || !rows) return false;
   std::memset(gathered.data(), 0, sums * sizeof(float));
-  form.plan(list, plan.data());
+  const AreaRowForm& form = MakePlan(list, widest, plan.data());
   Accumulate(target, source.height, ratio.y, SourceRows(source, list, lastRow.data()), form,
              plan.data(), gathered.data(), rows.data());
   return true;

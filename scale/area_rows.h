@@ -36,10 +36,10 @@ struct AreaList {
 /// so that without a share all of it is given out and nothing stays.
 struct AreaRowForm {
   const char* name;
-  /// @return bytes of a plan, or 0 if the list is beyond the form's reach.
+  /// @return bytes that a plan may need, or 0 if the list is beyond the form.
   std::uint64_t (*planBytes)(const AreaList& list) noexcept;
-  /// @param plan aligned to 64.
-  void (*plan)(const AreaList& list, std::uint8_t* plan) noexcept;
+  /// @param plan aligned to 64. @return false if the list is beyond the form's reach after all.
+  bool (*plan)(const AreaList& list, std::uint8_t* plan) noexcept;
   /// @param b gathered sums, aligned to 64, with room for a whole last group.
   /// @param rows the source rows, @p count of them, at least 1.
   void (*row)(std::uint8_t* out, float* b, const std::uint8_t* const* rows, std::int32_t count,

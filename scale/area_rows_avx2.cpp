@@ -16,7 +16,9 @@ constexpr std::int32_t kWindow = 16;
 struct Eight {
   static constexpr std::int32_t kLanes = 8;
   using Floats = __m256;
-  using Shuffles = AreaShuffle<kLanes, 2>;
+  using Bytes = __m256i;
+  static constexpr std::int32_t kWindows = 2;
+  using Shuffles = AreaShuffle<kLanes, kWindows>;
 
   static ZOR_ALWAYS_INLINE Floats Set(float value) noexcept { return _mm256_set1_ps(value); }
   static ZOR_ALWAYS_INLINE Floats Load(const float* from) noexcept { return _mm256_load_ps(from); }
@@ -24,29 +26,23 @@ struct Eight {
   static ZOR_ALWAYS_INLINE Floats Add(Floats a, Floats b) noexcept { return _mm256_add_ps(a, b); }
   static ZOR_ALWAYS_INLINE Floats Mul(Floats a, Floats b) noexcept { return _mm256_mul_ps(a, b); }
 
-  static ZOR_ALWAYS_INLINE __m256i Shuffle(const std::uint8_t* row, const std::uint8_t* record,
-                                           const AreaPlanHead&) noexcept {
+  static ZOR_ALWAYS_INLINE Bytes LoadIndex(const std::uint8_t* from) noexcept {
+    return _mm256_load_si256(reinterpret_cast<const __m256i*>(from));
+  }
+  /// The shuffle of one tap: its byte below, and bytes that the shuffle clears.
+  static ZOR_ALWAYS_INLINE Bytes IndexOf(Bytes index, int tap) noexcept {
+    const __m256i clears = _mm256_set1_epi32(static_cast<int>(0xFFFFFF00));
+    return _mm256_or_si256(_mm256_srli_epi32(index, 8 * tap), clears);
+  }
+  static ZOR_ALWAYS_INLINE Bytes LoadWindow(const std::uint8_t* row,
+                                            const std::int32_t* starts) noexcept {
     const auto window = [=](std::int32_t half) {
-      return _mm_loadu_si128(reinterpret_cast<const __m128i*>(row + AreaWindowBase(record, half)));
+      return _mm_loadu_si128(reinterpret_cast<const __m128i*>(row + starts[half]));
     };
-    const auto* index = reinterpret_cast<const __m256i*>(record + Shuffles::kBaseBytes);
-    return _mm256_shuffle_epi8(
-        _mm256_inserti128_si256(_mm256_castsi128_si256(window(0)), window(1), 1),
-        _mm256_load_si256(index));
+    return _mm256_inserti128_si256(_mm256_castsi128_si256(window(0)), window(1), 1);
   }
-
-  template <int kTap>
-  static ZOR_ALWAYS_INLINE Floats AddTap(Floats sum, __m256i bytes,
-                                         const std::uint8_t* weights) noexcept {
-    const __m256i byte =
-        kTap == 3 ? _mm256_srli_epi32(bytes, 24)
-                  : _mm256_and_si256(_mm256_srli_epi32(bytes, 8 * kTap), _mm256_set1_epi32(0xFF));
-    return Add(sum, Mul(_mm256_cvtepi32_ps(byte), Load(reinterpret_cast<const float*>(weights))));
-  }
-
-  static ZOR_ALWAYS_INLINE Floats Sum(const std::uint8_t* row, const std::uint8_t* record,
-                                      const AreaPlanHead& head) noexcept {
-    return AreaShuffleSum<Eight>(row, record, head);
+  static ZOR_ALWAYS_INLINE Floats Pick(Bytes window, Bytes index) noexcept {
+    return _mm256_cvtepi32_ps(_mm256_shuffle_epi8(window, index));
   }
 
   static ZOR_ALWAYS_INLINE void StoreLowBytes(std::uint8_t* out, std::int64_t count,
@@ -66,20 +62,17 @@ struct Eight {
 };
 
 std::uint64_t PlanBytes(const AreaList& list) noexcept {
-  const AreaPlanHead head = Eight::Shuffles::Head(list, 1);
-  if (!Eight::Shuffles::Fill(list, head, kWindow, nullptr)) return 0;
-  return sizeof(head) + static_cast<std::uint64_t>(head.groups * head.recordBytes);
+  return AreaPlanBytes(Eight::Shuffles::Head(list, 1), list);
 }
 
-void Plan(const AreaList& list, std::uint8_t* plan) noexcept {
+bool Plan(const AreaList& list, std::uint8_t* plan) noexcept {
   const AreaPlanHead head = Eight::Shuffles::Head(list, 1);
-  std::memcpy(plan, &head, sizeof(head));
-  Eight::Shuffles::Fill(list, head, kWindow, plan + sizeof(head));
+  return Eight::Shuffles::Fill(list, head, kWindow, plan);
 }
 
 void Row(std::uint8_t* out, float* b, const std::uint8_t* const* rows, std::int32_t count,
          float share, const std::uint8_t* plan) noexcept {
-  AreaVectorRow<Eight>(out, b, rows, count, share, plan);
+  AreaShuffleRow<Eight>(out, b, rows, count, share, plan);
 }
 
 }  // namespace

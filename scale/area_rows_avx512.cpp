@@ -15,7 +15,9 @@ template <std::int32_t kRegisters>
 struct Sixteen {
   static constexpr std::int32_t kLanes = 16;
   using Floats = __m512;
-  using Shuffles = AreaShuffle<kLanes, 1>;
+  using Bytes = __m512i;
+  static constexpr std::int32_t kWindows = 1;
+  using Shuffles = AreaShuffle<kLanes, kWindows>;
 
   static ZOR_ALWAYS_INLINE Floats Set(float value) noexcept { return _mm512_set1_ps(value); }
   static ZOR_ALWAYS_INLINE Floats Load(const float* from) noexcept { return _mm512_load_ps(from); }
@@ -23,27 +25,29 @@ struct Sixteen {
   static ZOR_ALWAYS_INLINE Floats Add(Floats a, Floats b) noexcept { return _mm512_add_ps(a, b); }
   static ZOR_ALWAYS_INLINE Floats Mul(Floats a, Floats b) noexcept { return _mm512_mul_ps(a, b); }
 
-  static ZOR_ALWAYS_INLINE __m512i Shuffle(const std::uint8_t* row, const std::uint8_t* record,
-                                           const AreaPlanHead&) noexcept {
-    const std::uint8_t* window = row + AreaWindowBase(record, 0);
-    const __m512i index = _mm512_load_si512(record + Shuffles::kBaseBytes);
-    const __m512i low = _mm512_loadu_si512(window);
-    if constexpr (kRegisters == 1) return _mm512_permutexvar_epi8(index, low);
-    return _mm512_permutex2var_epi8(low, index, _mm512_loadu_si512(window + 64 * (kRegisters - 1)));
-  }
+  struct Window {
+    __m512i low;
+    __m512i high;  // of two registers
+  };
 
-  template <int kTap>
-  static ZOR_ALWAYS_INLINE Floats AddTap(Floats sum, __m512i bytes,
-                                         const std::uint8_t* weights) noexcept {
-    const __m512i byte =
-        kTap == 3 ? _mm512_srli_epi32(bytes, 24)
-                  : _mm512_and_si512(_mm512_srli_epi32(bytes, 8 * kTap), _mm512_set1_epi32(0xFF));
-    return Add(sum, Mul(_mm512_cvtepi32_ps(byte), Load(reinterpret_cast<const float*>(weights))));
+  static ZOR_ALWAYS_INLINE Bytes LoadIndex(const std::uint8_t* from) noexcept {
+    return _mm512_load_si512(from);
   }
-
-  static ZOR_ALWAYS_INLINE Floats Sum(const std::uint8_t* row, const std::uint8_t* record,
-                                      const AreaPlanHead& head) noexcept {
-    return AreaShuffleSum<Sixteen>(row, record, head);
+  /// The shuffle of one tap: its byte below, and bytes that don't matter.
+  static ZOR_ALWAYS_INLINE Bytes IndexOf(Bytes index, unsigned tap) noexcept {
+    return _mm512_srli_epi32(index, 8 * tap);
+  }
+  static ZOR_ALWAYS_INLINE Window LoadWindow(const std::uint8_t* row,
+                                             const std::int32_t* starts) noexcept {
+    const std::uint8_t* window = row + *starts;
+    return {_mm512_loadu_si512(window), _mm512_loadu_si512(window + 64 * (kRegisters - 1))};
+  }
+  static ZOR_ALWAYS_INLINE Floats Pick(const Window& window, Bytes index) noexcept {
+    constexpr __mmask64 kLowBytes = 0x1111111111111111;
+    return _mm512_cvtepi32_ps(
+        kRegisters == 1
+            ? _mm512_maskz_permutexvar_epi8(kLowBytes, index, window.low)
+            : _mm512_maskz_permutex2var_epi8(kLowBytes, window.low, index, window.high));
   }
 
   static ZOR_ALWAYS_INLINE void StoreLowBytes(std::uint8_t* out, std::int64_t count,
@@ -59,36 +63,26 @@ struct Sixteen {
 
 using Shuffles = Sixteen<1>::Shuffles;
 
-/// The head of a plan; without registers if no window reaches.
-AreaPlanHead HeadOf(const AreaList& list) noexcept {
+std::uint64_t PlanBytes(const AreaList& list) noexcept {
+  return AreaPlanBytes(Shuffles::Head(list, 1), list);
+}
+
+bool Plan(const AreaList& list, std::uint8_t* plan) noexcept {
   AreaPlanHead head = Shuffles::Head(list, 1);
   for (; head.registers <= 2; ++head.registers) {
-    if (Shuffles::Fill(list, head, static_cast<std::int32_t>(64 * head.registers), nullptr)) {
-      return head;
+    if (Shuffles::Fill(list, head, static_cast<std::int32_t>(64 * head.registers), plan)) {
+      return true;
     }
   }
-  head.registers = 0;
-  return head;
-}
-
-std::uint64_t PlanBytes(const AreaList& list) noexcept {
-  const AreaPlanHead head = HeadOf(list);
-  if (head.registers == 0) return 0;
-  return sizeof(head) + static_cast<std::uint64_t>(head.groups * head.recordBytes);
-}
-
-void Plan(const AreaList& list, std::uint8_t* plan) noexcept {
-  const AreaPlanHead head = HeadOf(list);
-  std::memcpy(plan, &head, sizeof(head));
-  Shuffles::Fill(list, head, static_cast<std::int32_t>(64 * head.registers), plan + sizeof(head));
+  return false;
 }
 
 void Row(std::uint8_t* out, float* b, const std::uint8_t* const* rows, std::int32_t count,
          float share, const std::uint8_t* plan) noexcept {
   if (reinterpret_cast<const AreaPlanHead*>(plan)->registers == 1) {
-    return AreaVectorRow<Sixteen<1>>(out, b, rows, count, share, plan);
+    return AreaShuffleRow<Sixteen<1>>(out, b, rows, count, share, plan);
   }
-  AreaVectorRow<Sixteen<2>>(out, b, rows, count, share, plan);
+  AreaShuffleRow<Sixteen<2>>(out, b, rows, count, share, plan);
 }
 
 }  // namespace

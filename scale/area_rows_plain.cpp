@@ -14,10 +14,11 @@ std::uint64_t PlanBytes(const AreaList& list) noexcept {
   return sizeof(AreaList) + sizeof(AreaEntry) * static_cast<std::uint64_t>(list.count);
 }
 
-void Plan(const AreaList& list, std::uint8_t* plan) noexcept {
+bool Plan(const AreaList& list, std::uint8_t* plan) noexcept {
   std::memcpy(plan, &list, sizeof(list));
   std::memcpy(plan + sizeof(list), list.entries,
               sizeof(AreaEntry) * static_cast<std::size_t>(list.count));
+  return true;
 }
 
 /// Calls store(v, A[v]) for every value of the row.

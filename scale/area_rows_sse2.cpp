@@ -26,17 +26,24 @@ struct Four {
   static ZOR_ALWAYS_INLINE Floats Add(Floats a, Floats b) noexcept { return _mm_add_ps(a, b); }
   static ZOR_ALWAYS_INLINE Floats Mul(Floats a, Floats b) noexcept { return _mm_mul_ps(a, b); }
 
-  static ZOR_ALWAYS_INLINE Floats Sum(const std::uint8_t* row, const std::uint8_t* record,
-                                      const AreaPlanHead& head) noexcept {
-    const auto* tap = reinterpret_cast<const Tap*>(record);
-    Floats sum = Set(0.0f);
-    for (const Tap* end = tap + head.taps; tap != end; ++tap) {
-      const std::int32_t* o = tap->offset;
-      const __m128i bytes = _mm_set_epi32(row[o[3]], row[o[2]], row[o[1]], row[o[0]]);
-      sum = Add(sum, Mul(_mm_cvtepi32_ps(bytes), Load(tap->weight)));
+  struct Group {
+    ZOR_ALWAYS_INLINE Group(const std::uint8_t* record, const std::int32_t*,
+                            std::int64_t taps) noexcept
+        : first(reinterpret_cast<const Tap*>(record)), end(first + taps) {}
+
+    ZOR_ALWAYS_INLINE Floats Sum(const std::uint8_t* row) const noexcept {
+      Floats sum = Set(0.0f);
+      for (const Tap* tap = first; tap != end; ++tap) {
+        const std::int32_t* o = tap->offset;
+        const __m128i bytes = _mm_set_epi32(row[o[3]], row[o[2]], row[o[1]], row[o[0]]);
+        sum = Add(sum, Mul(_mm_cvtepi32_ps(bytes), Load(tap->weight)));
+      }
+      return sum;
     }
-    return sum;
-  }
+
+    const Tap* first;
+    const Tap* end;
+  };
 
   static ZOR_ALWAYS_INLINE void StoreLowBytes(std::uint8_t* out, std::int64_t count,
                                               Floats sums) noexcept {
@@ -53,30 +60,33 @@ struct Four {
 
 AreaPlanHead HeadOf(const AreaList& list) noexcept {
   const std::int64_t taps = MostAreaTaps(list);
-  return {(std::int64_t{list.values} + Four::kLanes - 1) / Four::kLanes, taps, list.values,
-          taps * static_cast<std::int64_t>(sizeof(Four::Tap)), 0};
+  return {(std::int64_t{list.values} + Four::kLanes - 1) / Four::kLanes,
+          taps,
+          list.values,
+          taps * static_cast<std::int64_t>(sizeof(Four::Tap)),
+          0,
+          sizeof(AreaPlanHead),
+          0};
 }
 
 std::uint64_t PlanBytes(const AreaList& list) noexcept {
-  const AreaPlanHead head = HeadOf(list);
-  if (head.taps == 0 || list.reach > list.rowBytes) return 0;
-  return sizeof(head) + static_cast<std::uint64_t>(head.groups * head.recordBytes);
+  return AreaPlanBytes(HeadOf(list), list);
 }
 
-void Plan(const AreaList& list, std::uint8_t* plan) noexcept {
+bool Plan(const AreaList& list, std::uint8_t* plan) noexcept {
   const AreaPlanHead head = HeadOf(list);
   std::memcpy(plan, &head, sizeof(head));
   auto* taps = reinterpret_cast<Four::Tap*>(plan + sizeof(head));
   AreaTapFinder finder(list);
   for (std::int64_t v = 0; v < Four::kLanes * head.groups; ++v) {
-    const auto value = static_cast<std::int32_t>(v);
-    const AreaTaps own = finder.Of(value);
+    const AreaTaps own = finder.Of(static_cast<std::int32_t>(v));
     for (std::int32_t t = 0; t < head.taps; ++t) {
       Four::Tap& tap = taps[v / Four::kLanes * head.taps + t];
-      tap.offset[v % Four::kLanes] = finder.Offset(own, value, t);
-      tap.weight[v % Four::kLanes] = finder.Weight(own, value, t);
+      tap.offset[v % Four::kLanes] = finder.Offset(own, t);
+      tap.weight[v % Four::kLanes] = finder.Weight(own, t);
     }
   }
+  return true;
 }
 
 void Row(std::uint8_t* out, float* b, const std::uint8_t* const* rows, std::int32_t count,

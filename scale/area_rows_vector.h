@@ -19,51 +19,51 @@
 namespace zor {
 namespace {
 
-/// One value's entries: `count` of the list from `first` on.
+/// One value's entries: `count` of the list from `first` on, read at a channel's place.
 struct AreaTaps {
   std::int32_t first;
   std::int32_t count;
+  std::int32_t channel;
 };
 
-/// Finds the entries of values that are asked for in rising order. A value behind the row, which
-/// fills up the last group, has those of the last column and weights of 0.
+/// Finds the entries of values that are asked for in rising order, from 0 on without a gap. A value
+/// behind the row, which fills up the last group, has the last column's entries, and they weigh 0.
 class AreaTapFinder {
  public:
   ZOR_ALWAYS_INLINE explicit AreaTapFinder(const AreaList& list) noexcept : list_(list) {}
 
   ZOR_ALWAYS_INLINE AreaTaps Of(std::int32_t value) noexcept {
-    const std::int32_t last = list_.values - list_.channels;
-    const std::int32_t column = value < list_.values ? value - value % list_.channels : last;
-    if (column != column_) {
+    if (value >= list_.values) return {taps_.first, taps_.count, kNone};
+    if (value == next_) {
       taps_.first += taps_.count;
-      while (list_.entries[taps_.first].value != column) ++taps_.first;
       taps_.count = 0;
       while (taps_.first + taps_.count < list_.count &&
-             list_.entries[taps_.first + taps_.count].value == column) {
+             list_.entries[taps_.first + taps_.count].value == value) {
         ++taps_.count;
       }
-      column_ = column;
+      next_ += list_.channels;
     }
+    taps_.channel = value - (next_ - list_.channels);
     return taps_;
   }
 
   /// Byte offset of a tap; one that the value doesn't have stands on its last one.
-  ZOR_ALWAYS_INLINE std::int32_t Offset(AreaTaps taps, std::int32_t value,
-                                        std::int32_t tap) const noexcept {
+  ZOR_ALWAYS_INLINE std::int32_t Offset(const AreaTaps& taps, std::int32_t tap) const noexcept {
     const std::int32_t entry = taps.first + (tap < taps.count ? tap : taps.count - 1);
-    return list_.entries[entry].source + (value < list_.values ? value % list_.channels : 0);
+    return list_.entries[entry].source + (taps.channel == kNone ? 0 : taps.channel);
   }
 
-  ZOR_ALWAYS_INLINE float Weight(AreaTaps taps, std::int32_t value,
-                                 std::int32_t tap) const noexcept {
-    const bool has = tap < taps.count && value < list_.values;
+  ZOR_ALWAYS_INLINE float Weight(const AreaTaps& taps, std::int32_t tap) const noexcept {
+    const bool has = tap < taps.count && taps.channel != kNone;
     return has ? list_.entries[taps.first + tap].weight : 0.0f;
   }
 
  private:
+  static constexpr std::int32_t kNone = -1;
+
   const AreaList& list_;
-  std::int32_t column_ = -1;
-  AreaTaps taps_{0, 0};
+  std::int32_t next_ = 0;
+  AreaTaps taps_{0, 0, 0};
 };
 
 /// @return the taps of the row's longest list, or 0 if a column has none.
@@ -79,153 +79,250 @@ ZOR_ALWAYS_INLINE std::int32_t MostAreaTaps(const AreaList& list) noexcept {
   return most;
 }
 
-/// Head of a plan; the groups' records follow, `recordBytes` each.
+/// Head of a plan. The starts of all windows follow, group by group, and then, at `records`, the
+/// groups' records. Starts stand apart so that a plan stays within the innermost cache.
 struct alignas(64) AreaPlanHead {
   std::int64_t groups;
   std::int64_t taps;
   std::int64_t values;
   std::int64_t recordBytes;
+  std::int64_t windows;    ///< of a group
+  std::int64_t records;    ///< bytes from the head to the first record
   std::int64_t registers;  ///< of a window, for forms that have a choice
 };
 
-/// The kernel of a form. V has the number of lanes, its vector of floats with the usual operations,
-/// Sum(row, record, head), which adds up all taps of a group in their order, and
-/// StoreLowBytes(out, count, sums), which truncates.
+/// The kernel of a form. V has the number of lanes and its vector of floats with the usual
+/// operations; StoreLowBytes(out, count, sums) truncates. A V::Group, made from a group's record,
+/// adds up all taps of a row in their order: Sum(row).
+template <class V, bool kSplits>
+ZOR_ALWAYS_INLINE void AreaVectorRowOf(std::uint8_t* out, float* b, const std::uint8_t* const* rows,
+                                       std::int32_t count, float share,
+                                       const std::uint8_t* plan) noexcept {
+  const auto& head = *reinterpret_cast<const AreaPlanHead*>(plan);
+  const auto* starts = reinterpret_cast<const std::int32_t*>(plan + sizeof(head));
+  const std::uint8_t* record = plan + head.records;
+  const auto next = V::Set(share);
+  const auto rest = V::Set(1.0f - share);
+  const auto half = V::Set(0.5f);
+  const auto nothing = V::Set(0.0f);
+  const std::int64_t values = head.values;
+  const std::int64_t step = head.recordBytes;
+  const std::int64_t windows = head.windows;
+  const std::int64_t taps = head.taps;
+  for (std::int64_t v = 0; v < values; v += V::kLanes) {
+    const typename V::Group group(record, starts, taps);
+    auto gathered = V::Load(b + v);
+    for (std::int32_t y = 0; y < count - 1; ++y) gathered = V::Add(gathered, group.Sum(rows[y]));
+    const auto a = group.Sum(rows[count - 1]);
+    V::Store(b + v, kSplits ? V::Mul(a, next) : nothing);
+    const auto sum = V::Add(V::Add(kSplits ? V::Mul(a, rest) : a, gathered), half);
+    const std::int64_t left = values - v;
+    V::StoreLowBytes(out + v, left < V::kLanes ? left : V::kLanes, sum);
+    record += step;
+    starts += windows;
+  }
+}
+
 template <class V>
 ZOR_ALWAYS_INLINE void AreaVectorRow(std::uint8_t* out, float* b, const std::uint8_t* const* rows,
                                      std::int32_t count, float share,
                                      const std::uint8_t* plan) noexcept {
-  const auto& head = *reinterpret_cast<const AreaPlanHead*>(plan);
-  const std::uint8_t* record = plan + sizeof(head);
-  const auto next = V::Set(share);
-  const auto rest = V::Set(1.0f - share);
-  const auto half = V::Set(0.5f);
-  for (std::int64_t v = 0; v < head.groups * V::kLanes; v += V::kLanes) {
-    auto gathered = V::Load(b + v);
-    for (std::int32_t y = 0; y < count - 1; ++y) {
-      gathered = V::Add(gathered, V::Sum(rows[y], record, head));
-    }
-    const auto a = V::Sum(rows[count - 1], record, head);
-    const auto sum = V::Add(V::Add(V::Mul(a, rest), gathered), half);
-    V::Store(b + v, V::Mul(a, next));
-    const std::int64_t left = head.values - v;
-    V::StoreLowBytes(out + v, left < V::kLanes ? left : V::kLanes, sum);
-    record += head.recordBytes;
-  }
+  if (share > 0) return AreaVectorRowOf<V, true>(out, b, rows, count, share, plan);
+  AreaVectorRowOf<V, false>(out, b, rows, count, share, plan);
 }
 
 /// Taps of the forms that shuffle bytes: four taps stand in the four bytes of a value's 32 bits.
 inline constexpr std::int32_t kAreaShuffleTaps = 4;
 
-/// A group's record in those forms, for each four taps: where the windows start, the shuffle, and
-/// the weights of as many taps as there are.
+/// A group's record in those forms, for each four taps: the shuffle, and the weights of as many
+/// taps as there are. Each four taps have windows of their own.
 template <std::int32_t kLanes, std::int32_t kWindows>
 struct AreaShuffle {
   static constexpr std::int32_t kWindowLanes = kLanes / kWindows;
   static constexpr std::int64_t kIndexBytes = kAreaShuffleTaps * kLanes;
-  static constexpr std::int64_t kBaseBytes = kIndexBytes;  // keeps what follows aligned
   static constexpr std::int64_t kTapBytes = 4 * kLanes;
 
+  static ZOR_ALWAYS_INLINE std::int64_t QuadsOf(std::int64_t taps) noexcept {
+    return (taps + kAreaShuffleTaps - 1) / kAreaShuffleTaps;
+  }
+
   static ZOR_ALWAYS_INLINE std::int64_t RecordBytes(std::int64_t taps) noexcept {
-    const std::int64_t quads = (taps + kAreaShuffleTaps - 1) / kAreaShuffleTaps;
-    return quads * (kBaseBytes + kIndexBytes) + taps * kTapBytes;
+    return QuadsOf(taps) * kIndexBytes + taps * kTapBytes;
   }
 
   static ZOR_ALWAYS_INLINE AreaPlanHead Head(const AreaList& list,
                                              std::int64_t registers) noexcept {
     const std::int64_t taps = MostAreaTaps(list);
-    return {(std::int64_t{list.values} + kLanes - 1) / kLanes, taps, list.values, RecordBytes(taps),
+    const std::int64_t groups = (std::int64_t{list.values} + kLanes - 1) / kLanes;
+    const std::int64_t windows = QuadsOf(taps) * kWindows;
+    const std::int64_t startBytes = (4 * groups * windows + 63) / 64 * 64;
+    const auto headBytes = static_cast<std::int64_t>(sizeof(AreaPlanHead));
+    return {groups,   taps, list.values, RecordBytes(taps), windows, headBytes + startBytes,
             registers};
   }
 
-  /// Fills the records, or only looks whether they can be filled if there are none.
+  /// Makes the plan.
   /// @param windowBytes bytes that one shuffle reaches.
   /// @return false if a window doesn't reach, or the source has no room for one.
   static ZOR_ALWAYS_INLINE bool Fill(const AreaList& list, const AreaPlanHead& head,
-                                     std::int32_t windowBytes, std::uint8_t* records) noexcept {
-    if (head.taps == 0 || list.rowBytes < windowBytes || list.reach > list.rowBytes) return false;
+                                     std::int32_t windowBytes, std::uint8_t* plan) noexcept {
+    if (list.rowBytes < windowBytes) return false;
+    std::memcpy(plan, &head, sizeof(head));
+    auto* start = reinterpret_cast<std::int32_t*>(plan + sizeof(head));
+    std::uint8_t* record = plan + head.records;
     AreaTapFinder finder(list);
+    const auto allTaps = static_cast<std::int32_t>(head.taps);
     for (std::int64_t g = 0; g < head.groups; ++g) {
       AreaTaps taps[kLanes];
       for (std::int32_t i = 0; i < kLanes; ++i) {
         taps[i] = finder.Of(static_cast<std::int32_t>(g * kLanes + i));
       }
-      std::uint8_t* record = records == nullptr ? nullptr : records + g * head.recordBytes;
-      for (std::int32_t tap = 0; tap < head.taps; tap += kAreaShuffleTaps) {
-        const auto left = static_cast<std::int32_t>(head.taps - tap);
+      for (std::int32_t tap = 0; tap < allTaps; tap += kAreaShuffleTaps) {
+        const std::int32_t left = allTaps - tap;
         const std::int32_t count = left < kAreaShuffleTaps ? left : kAreaShuffleTaps;
         for (std::int32_t window = 0; window < kWindows; ++window) {
-          if (!FillWindow(list, finder, taps, g * kLanes, window, tap, count, windowBytes,
-                          record)) {
+          if (!FillWindow(finder, taps + window * kWindowLanes, window, tap, count,
+                          list.rowBytes - windowBytes, windowBytes, start++, record)) {
             return false;
           }
         }
-        if (record != nullptr) record += kBaseBytes + kIndexBytes + count * kTapBytes;
+        record += RecordBytes(count);
       }
     }
     return true;
   }
 
  private:
-  static ZOR_ALWAYS_INLINE bool FillWindow(const AreaList& list, const AreaTapFinder& finder,
-                                           const AreaTaps* taps, std::int64_t firstValue,
+  static ZOR_ALWAYS_INLINE bool FillWindow(const AreaTapFinder& finder, const AreaTaps* taps,
                                            std::int32_t window, std::int32_t tap,
-                                           std::int32_t count, std::int32_t windowBytes,
+                                           std::int32_t count, std::int32_t latestBase,
+                                           std::int32_t windowBytes, std::int32_t* start,
                                            std::uint8_t* record) noexcept {
     std::int32_t offsets[kWindowLanes][kAreaShuffleTaps];
-    std::int32_t base = list.rowBytes - windowBytes;
+    std::int32_t base = latestBase;
     for (std::int32_t i = 0; i < kWindowLanes; ++i) {
-      const std::int32_t lane = window * kWindowLanes + i;
-      const auto value = static_cast<std::int32_t>(firstValue + lane);
       for (std::int32_t t = 0; t < kAreaShuffleTaps; ++t) {
-        offsets[i][t] = finder.Offset(taps[lane], value, tap + (t < count ? t : count - 1));
+        offsets[i][t] = finder.Offset(taps[i], tap + (t < count ? t : count - 1));
         if (offsets[i][t] < base) base = offsets[i][t];
       }
     }
     for (std::int32_t i = 0; i < kWindowLanes; ++i) {
       const std::int32_t lane = window * kWindowLanes + i;
       for (std::int32_t t = 0; t < kAreaShuffleTaps; ++t) {
-        if (offsets[i][t] - base >= windowBytes) return false;
-        if (record == nullptr) continue;
-        record[kBaseBytes + kAreaShuffleTaps * lane + t] =
-            static_cast<std::uint8_t>(offsets[i][t] - base);
+        const std::int32_t place = offsets[i][t] - base;
+        if (place >= windowBytes) return false;
+        record[kAreaShuffleTaps * lane + t] = static_cast<std::uint8_t>(place);
         if (t >= count) continue;
-        const float weight =
-            finder.Weight(taps[lane], static_cast<std::int32_t>(firstValue + lane), tap + t);
-        std::memcpy(record + kBaseBytes + kIndexBytes + t * kTapBytes + 4 * lane, &weight, 4);
+        const float weight = finder.Weight(taps[i], tap + t);
+        std::memcpy(record + kIndexBytes + t * kTapBytes + 4 * lane, &weight, 4);
       }
     }
-    if (record != nullptr) std::memcpy(record + 4 * window, &base, 4);
+    *start = base;
     return true;
   }
 };
 
-/// Where a group's window starts.
-ZOR_ALWAYS_INLINE std::int32_t AreaWindowBase(const std::uint8_t* record,
-                                              std::int32_t window) noexcept {
-  std::int32_t base;
-  std::memcpy(&base, record + 4 * window, 4);
-  return base;
+/// Bytes of a plan, without a look at how far its windows would have to reach.
+ZOR_ALWAYS_INLINE std::uint64_t AreaPlanBytes(const AreaPlanHead& head,
+                                              const AreaList& list) noexcept {
+  if (head.taps == 0 || list.reach > list.rowBytes) return 0;
+  return static_cast<std::uint64_t>(head.records + head.groups * head.recordBytes);
 }
 
-/// Adds the taps of one group in the forms that shuffle bytes. V::Shuffle(row, record, head) brings
-/// the bytes of four taps, V::AddTap<t>(sum, bytes, weights) adds one of them.
-template <class V>
-ZOR_ALWAYS_INLINE typename V::Floats AreaShuffleSum(const std::uint8_t* row,
-                                                    const std::uint8_t* record,
-                                                    const AreaPlanHead& head) noexcept {
-  using Shuffle = typename V::Shuffles;
-  auto sum = V::Set(0.0f);
-  for (std::int64_t taps = head.taps; taps > 0; taps -= kAreaShuffleTaps) {
-    const auto bytes = V::Shuffle(row, record, head);
-    const std::uint8_t* weights = record + Shuffle::kBaseBytes + Shuffle::kIndexBytes;
-    sum = V::template AddTap<0>(sum, bytes, weights);
-    if (taps > 1) sum = V::template AddTap<1>(sum, bytes, weights + Shuffle::kTapBytes);
-    if (taps > 2) sum = V::template AddTap<2>(sum, bytes, weights + 2 * Shuffle::kTapBytes);
-    if (taps > 3) sum = V::template AddTap<3>(sum, bytes, weights + 3 * Shuffle::kTapBytes);
-    record = weights + 4 * Shuffle::kTapBytes;
+/// A group of a form that shuffles bytes. S has the vectors and Pick(window, index), which
+/// brings the bytes of one tap, each as an integer of 32 bits.
+/// @tparam kTaps taps of a value, which then stay in registers from row to row; 0 for any number.
+template <class S, std::int32_t kTaps>
+struct AreaShuffleGroup {
+  using Floats = typename S::Floats;
+  using Shuffle = typename S::Shuffles;
+
+  ZOR_ALWAYS_INLINE AreaShuffleGroup(const std::uint8_t* record, const std::int32_t* starts,
+                                     std::int64_t) noexcept
+      : starts_(starts) {
+    const auto index = S::LoadIndex(record);
+    const std::uint8_t* weights = record + Shuffle::kIndexBytes;
+#pragma GCC unroll 4
+    for (std::int32_t t = 0; t < kTaps; ++t) {
+      index_[t] = S::IndexOf(index, t);
+      weights_[t] = S::Load(reinterpret_cast<const float*>(weights + t * Shuffle::kTapBytes));
+    }
   }
-  return sum;
+
+  ZOR_ALWAYS_INLINE Floats Sum(const std::uint8_t* row) const noexcept {
+    const auto window = S::LoadWindow(row, starts_);
+    // 0 added to the first product would leave it as it is.
+    Floats sum = S::Mul(S::Pick(window, index_[0]), weights_[0]);
+#pragma GCC unroll 4
+    for (std::int32_t t = 1; t < kTaps; ++t) {
+      sum = S::Add(sum, S::Mul(S::Pick(window, index_[t]), weights_[t]));
+    }
+    return sum;
+  }
+
+ private:
+  const std::int32_t* starts_;
+  typename S::Bytes index_[kTaps];
+  Floats weights_[kTaps];
+};
+
+template <class S>
+struct AreaShuffleGroup<S, 0> {
+  using Floats = typename S::Floats;
+  using Shuffle = typename S::Shuffles;
+
+  ZOR_ALWAYS_INLINE AreaShuffleGroup(const std::uint8_t* record, const std::int32_t* starts,
+                                     std::int64_t taps) noexcept
+      : record_(record), starts_(starts), taps_(taps) {}
+
+  ZOR_ALWAYS_INLINE Floats Sum(const std::uint8_t* row) const noexcept {
+    Floats sum = S::Set(0.0f);
+    const std::uint8_t* record = record_;
+    const std::int32_t* starts = starts_;
+    for (std::int64_t left = taps_; left > 0; left -= kAreaShuffleTaps) {
+      const auto window = S::LoadWindow(row, starts);
+      const auto index = S::LoadIndex(record);
+      const std::uint8_t* weights = record + Shuffle::kIndexBytes;
+#pragma GCC unroll 4
+      for (std::int32_t t = 0; t < kAreaShuffleTaps; ++t) {
+        if (t >= left) break;
+        const Floats weight = S::Load(reinterpret_cast<const float*>(weights));
+        sum = S::Add(sum, S::Mul(S::Pick(window, S::IndexOf(index, t)), weight));
+        weights += Shuffle::kTapBytes;
+      }
+      record += Shuffle::RecordBytes(kAreaShuffleTaps);
+      starts += S::kWindows;
+    }
+    return sum;
+  }
+
+ private:
+  const std::uint8_t* record_;
+  const std::int32_t* starts_;
+  std::int64_t taps_;
+};
+
+/// S with its groups, for one number of taps.
+template <class S, std::int32_t kTaps>
+struct AreaShuffleVector : S {
+  using Group = AreaShuffleGroup<S, kTaps>;
+};
+
+/// The kernel of a form that shuffles bytes: the usual numbers of taps have loops of their own.
+template <class S>
+ZOR_ALWAYS_INLINE void AreaShuffleRow(std::uint8_t* out, float* b, const std::uint8_t* const* rows,
+                                      std::int32_t count, float share,
+                                      const std::uint8_t* plan) noexcept {
+  switch (reinterpret_cast<const AreaPlanHead*>(plan)->taps) {
+    case 2:
+      return AreaVectorRow<AreaShuffleVector<S, 2>>(out, b, rows, count, share, plan);
+    case 3:
+      return AreaVectorRow<AreaShuffleVector<S, 3>>(out, b, rows, count, share, plan);
+    case 4:
+      return AreaVectorRow<AreaShuffleVector<S, 4>>(out, b, rows, count, share, plan);
+    default:
+      return AreaVectorRow<AreaShuffleVector<S, 0>>(out, b, rows, count, share, plan);
+  }
 }
 
 }  // namespace
