@@ -76,8 +76,8 @@ TEST(ScalePicture, ASizeOfOneOnAnySideTurnsEveryModeIntoNearest) {
 }
 
 TEST(ScalePicture, AreaAveragesGrayOnlyWhereTheSourceIsLargerInBothAxes) {
-  const int shapes[][4] = {{20, 10, 13, 7}, {20, 10, 13, 10}, {20, 10, 20, 7}, {20, 10, 13, 15},
-                           {20, 10, 30, 15}, {20, 10, 20, 10}};
+  const int shapes[][4] = {{20, 10, 13, 7},  {20, 10, 13, 10}, {20, 10, 20, 7},
+                           {20, 10, 13, 15}, {20, 10, 30, 15}, {20, 10, 20, 10}};
   for (const auto& s : shapes) {
     const Bytes source = Gray(s[0], s[1], 4);
     Bytes target(static_cast<std::size_t>(s[2] * s[3]), 9);
@@ -169,7 +169,8 @@ TEST(StretchRgb, RowsTurnOverIfExactlyOneOrientationIsZero) {
   EXPECT_EQ(plain, stretch(0, 0));
   EXPECT_EQ(plain, stretch(1, 7));
   Bytes over;
-  for (int y = 5; y >= 0; --y) over.insert(over.end(), plain.begin() + 7 * y, plain.begin() + 7 * y + 7);
+  for (int y = 5; y >= 0; --y)
+    over.insert(over.end(), plain.begin() + 7 * y, plain.begin() + 7 * y + 7);
   EXPECT_EQ(over, stretch(0, 1));
   EXPECT_EQ(over, stretch(1, 0));
 }
@@ -273,8 +274,8 @@ TEST(StretchRgb, RefusedMemoryStillPaintsTheBands) {
   Bytes target(20 * 16 * 3, 9);
   const RECT to{5, 4, 12, 11};
   RefuseAllocation(1);
-  EXPECT_EQ(1u, StretchRgb(target.data(), 20, 16, &to, 60, 24, 1, source.data(), 30, 30, nullptr, 90,
-                           24, 1, 1, SCALE_AREA));
+  EXPECT_EQ(1u, StretchRgb(target.data(), 20, 16, &to, 60, 24, 1, source.data(), 30, 30, nullptr,
+                           90, 24, 1, 1, SCALE_AREA));
   RefuseAllocation(0);
   EXPECT_EQ(0, target[0]);
   EXPECT_EQ(9, target[60 * 5 + 20]);
@@ -288,14 +289,18 @@ std::size_t PlanarBytes(int stride, int height) {
 
 struct Planar {
   Planar(int width, int height, int stride, std::uint64_t seed, unsigned edge)
-      : width(width), height(height), stride(stride), memory(PlanarBytes(stride, height), EdgeOf(edge)) {
+      : width(width),
+        height(height),
+        stride(stride),
+        memory(PlanarBytes(stride, height), EdgeOf(edge)) {
     Noise(seed).Fill(memory.data(), memory.size());
   }
   int width, height, stride;
   GuardedMemory memory;
 };
 
-void ExpectPlanar(Planar& target, const RECT* to, Planar& source, const RECT* from, ScaleMode mode) {
+void ExpectPlanar(Planar& target, const RECT* to, Planar& source, const RECT* from,
+                  ScaleMode mode) {
   static const std::vector<VectorLevel> levels = LevelsAtHand();
   const Bytes targetBefore = target.memory.Copy();
   const Bytes sourceBefore = source.memory.Copy();
@@ -382,8 +387,11 @@ TEST(StretchYuv420, RectanglesAreHalvedAndTheirSizesMadeEven) {
 }
 
 TEST(StretchYuv420, LargerPicturesMatchTheStatement) {
-  const int shapes[][4] = {{320, 40, 214, 28}, {214, 27, 320, 41}, {333, 33, 222, 22},
-                           {640, 24, 320, 12}, {160, 20, 320, 40}};
+  const int shapes[][4] = {{320, 40, 214, 28},
+                           {214, 27, 320, 41},
+                           {333, 33, 222, 22},
+                           {640, 24, 320, 12},
+                           {160, 20, 320, 40}};
   unsigned n = 0;
   for (const auto& s : shapes) {
     ++n;
@@ -523,7 +531,8 @@ TEST(StretchYuv420, ModesBeyondTheListAreBilinearOnPlanes) {
                 SCALE_BILINEAR, 0);
   for (const ScaleMode mode : {7u, 0xFF03u, 0xFFFFFFFFu}) {
     Bytes target(bilinear.size(), 9);
-    StretchYuv420(source.data(), 20, 12, 20, nullptr, target.data(), 14, 8, 14, nullptr, 0, mode, 0);
+    StretchYuv420(source.data(), 20, 12, 20, nullptr, target.data(), 14, 8, 14, nullptr, 0, mode,
+                  0);
     EXPECT_EQ(bilinear, target) << mode;
   }
 }
