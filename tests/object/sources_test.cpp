@@ -322,7 +322,7 @@ TEST(DirectDrawSource, TestsSizeThenFormatThenFlags) {
 TEST(DirectDrawSource, CodesOfDescribeAndLockComeThroughUnchanged) {
   FakeDraw image(8, 8, 24, 24);
   image.memory = Bytes(192);
-  for (const std::int32_t code : {DDERR_INVALIDPARAMS, std::int32_t{1}, std::int32_t{-5}}) {
+  for (const std::int32_t code : {-5, 1, INT32_MIN}) {
     image.descResult = code;
     EXPECT_EQ(Fail(image.handle(), SOURCE_DIRECT_DRAW, FORMAT_RGB24), code);
   }
