@@ -146,6 +146,31 @@ TEST(Clone, FlushesTheQueueAndAFailureOfItIsTheResult) {
   EXPECT_EQ(surface->Flush(), VED_OK);
 }
 
+/// Copies what it can: the clone is made for the size from before the flush.
+TEST(Clone, WithAQueueThatMakesTheSurfaceSmallerCopiesTheSmallerBlock) {
+  const HeldSurface surface = Noisy(Describe(32, 32, FORMAT_YUV420));
+  surface->QueueResize(8, 8, 0, 0);
+  HeldSurface clone;
+  const std::int32_t result = surface->Clone(clone.Reset());
+  ASSERT_EQ(result, VED_OK);
+  EXPECT_EQ(DescriptionOf(clone.get()).width, 32);
+  EXPECT_EQ(DescriptionOf(surface.get()).width, 8);
+  const Bytes block = BlockOf(clone.get(), 32 * 32 * 3 / 2);
+  EXPECT_EQ(Bytes(block.begin(), block.begin() + 96), BlockOf(surface.get(), 96));
+  // What the smaller block doesn't reach keeps the look of a blank picture.
+  for (std::size_t i = 96; i < 1024; ++i) ASSERT_EQ(block[i], 16) << i;
+  for (std::size_t i = 1024; i < block.size(); ++i) ASSERT_EQ(block[i], 128) << i;
+}
+
+TEST(Clone, WithAQueueThatMakesTheSurfaceLargerCopiesTheSmallerBlock) {
+  const HeldSurface surface = Noisy(Describe(8, 8, FORMAT_YUV420));
+  surface->QueueResize(32, 32, 0, 0);
+  HeldSurface clone;
+  ASSERT_EQ(surface->Clone(clone.Reset()), VED_OK);
+  EXPECT_EQ(DescriptionOf(clone.get()).width, 8);
+  EXPECT_EQ(BlockOf(clone.get(), 96), BlockOf(surface.get(), 96));
+}
+
 TEST(Clone, AMaskThatCannotBeClonedGivesTheFailureAndNull) {
   const HeldSurface surface = Noisy(Describe(8, 8, FORMAT_RGB32));
   const HeldSurface mask = Noisy(Describe(8, 8, FORMAT_GRAY8));

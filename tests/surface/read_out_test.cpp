@@ -189,6 +189,60 @@ TEST(ReadPixels, WithTwoRecordsAFailureOfTheFirstLeavesTheSecondQueued) {
   EXPECT_EQ(memory, Bytes(192, kFill));
 }
 
+/// The bytes of a planar picture of one luma value and neutral chroma.
+Bytes EvenBytes(std::size_t pixels, std::uint8_t luma) {
+  Bytes bytes(pixels * 3 / 2, 128);
+  std::memset(bytes.data(), luma, pixels);
+  return bytes;
+}
+
+HeldSurface Even(std::int32_t width, std::int32_t height, std::uint8_t luma) {
+  return MakeSurface(Describe(width, height, FORMAT_YUV420),
+                     EvenBytes(static_cast<std::size_t>(width * height), luma));
+}
+
+TEST(ReadPixels, AQueuedResizeGoesToTheHostAndTheSurfaceKeepsItsSize) {
+  const HeldSurface surface = Even(16, 16, 90);
+  surface->QueueResize(8, 8, 0, 0);
+  GuardedMemory memory(96, GuardedMemory::Edge::kEnd, kFill);
+  EXPECT_EQ(surface->ReadPixels(memory.data(), 8, 1), VED_OK);
+  EXPECT_EQ(memory.Copy(), EvenBytes(64, 90));
+  EXPECT_EQ(DescriptionOf(surface.get()).width, 16);
+  EXPECT_EQ(DescriptionOf(surface.get()).height, 16);
+  EXPECT_EQ(DescriptionOf(surface.get()).stride, 16);
+  // The record is gone: the next read-out gives the picture as it is.
+  Bytes whole(384, kFill);
+  EXPECT_EQ(surface->ReadPixels(whole.data(), 16, 1), VED_OK);
+  EXPECT_EQ(whole, BlockOf(surface.get(), 384));
+}
+
+TEST(ReadPixels, AQueuedConversionGivesRgbToTheHostAndTheSurfaceStaysPlanar) {
+  // Video black and white: 16 and 235 with neutral chroma. The forms round each in its own way.
+  for (const auto& [luma, rgb] : {std::pair{16, 0}, {235, 255}}) {
+    const HeldSurface surface = Even(8, 8, static_cast<std::uint8_t>(luma));
+    const Bytes block = BlockOf(surface.get(), 96);
+    surface->QueueConvert(FORMAT_RGB24);
+    Bytes memory(192, kFill);
+    EXPECT_EQ(surface->ReadPixels(memory.data(), 24, 1), VED_OK);
+    for (const std::uint8_t byte : memory) ASSERT_NEAR(byte, rgb, 1);
+    EXPECT_EQ(DescriptionOf(surface.get()).format, FORMAT_YUV420);
+    EXPECT_EQ(BlockOf(surface.get(), 96), block);
+    Bytes planar(96, kFill);
+    EXPECT_EQ(surface->ReadPixels(planar.data(), 8, 1), VED_OK);  // the queue is empty
+    EXPECT_EQ(planar, block);
+  }
+}
+
+TEST(ReadPixels, EarlierRecordsOfTheFlushTakeEffectOnTheSurface) {
+  const HeldSurface surface = Even(16, 16, 90);
+  surface->QueueResize(8, 8, 0, 0);
+  surface->QueueResize(4, 4, 0, 0);
+  Bytes memory(24, kFill);
+  EXPECT_EQ(surface->ReadPixels(memory.data(), 4, 1), VED_OK);
+  EXPECT_EQ(DescriptionOf(surface.get()).width, 8);
+  EXPECT_EQ(memory, EvenBytes(16, 90));
+}
+
 TEST(GetPixels, OfASurfaceWithoutPixelsLeavesTheResultAlone) {
   CZorSurfaceBuffer* surface = CZorSurfaceBuffer::Create(Describe(8, 8, FORMAT_RGB24));
   std::uint8_t here = 0;
