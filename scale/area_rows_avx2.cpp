@@ -1,63 +1,22 @@
 // SPDX-License-Identifier: BSD-2-Clause
 // Copyright (c) 2026, The ZorSurface authors
 
-#include <immintrin.h>
-
-#include <cstring>
-
-#include "scale/area_rows_vector.h"
+#include "scale/byte_shuffle_avx2.h"
 
 namespace zor {
 namespace {
 
-constexpr std::int32_t kWindow = 16;
-
-/// Eight values in two halves; a window of 16 source bytes serves four taps of a half.
-struct Eight {
-  static constexpr std::int32_t kLanes = 8;
-  using Floats = __m256;
-  using Bytes = __m256i;
-  static constexpr std::int32_t kWindows = 2;
-  using Shuffles = AreaShuffle<kLanes, kWindows>;
-
+struct Eight : ByteShuffle8 {
   static ZOR_ALWAYS_INLINE Floats Set(float value) noexcept { return _mm256_set1_ps(value); }
-  static ZOR_ALWAYS_INLINE Floats Load(const float* from) noexcept { return _mm256_load_ps(from); }
   static ZOR_ALWAYS_INLINE void Store(float* to, Floats v) noexcept { _mm256_store_ps(to, v); }
   static ZOR_ALWAYS_INLINE Floats Add(Floats a, Floats b) noexcept { return _mm256_add_ps(a, b); }
   static ZOR_ALWAYS_INLINE Floats Mul(Floats a, Floats b) noexcept { return _mm256_mul_ps(a, b); }
-
-  static ZOR_ALWAYS_INLINE Bytes LoadIndex(const std::uint8_t* from) noexcept {
-    return _mm256_load_si256(reinterpret_cast<const __m256i*>(from));
-  }
-  /// The shuffle of one tap: its byte below, and bytes that the shuffle clears.
-  static ZOR_ALWAYS_INLINE Bytes IndexOf(Bytes index, int tap) noexcept {
-    const __m256i clears = _mm256_set1_epi32(static_cast<int>(0xFFFFFF00));
-    return _mm256_or_si256(_mm256_srli_epi32(index, 8 * tap), clears);
-  }
-  static ZOR_ALWAYS_INLINE Bytes LoadWindow(const std::uint8_t* row,
-                                            const std::int32_t* starts) noexcept {
-    const auto window = [=](std::int32_t half) {
-      return _mm_loadu_si128(reinterpret_cast<const __m128i*>(row + starts[half]));
-    };
-    return _mm256_inserti128_si256(_mm256_castsi128_si256(window(0)), window(1), 1);
-  }
   static ZOR_ALWAYS_INLINE Floats Pick(Bytes window, Bytes index) noexcept {
-    return _mm256_cvtepi32_ps(_mm256_shuffle_epi8(window, index));
+    return _mm256_cvtepi32_ps(PickBytes(window, index));
   }
-
   static ZOR_ALWAYS_INLINE void StoreLowBytes(std::uint8_t* out, std::int64_t count,
                                               Floats sums) noexcept {
-    const __m256i words = _mm256_and_si256(_mm256_cvttps_epi32(sums), _mm256_set1_epi32(0xFF));
-    const __m128i shorts =
-        _mm_packs_epi32(_mm256_castsi256_si128(words), _mm256_extracti128_si256(words, 1));
-    const __m128i bytes = _mm_packus_epi16(shorts, shorts);
-    if (count == kLanes) {
-      _mm_storel_epi64(reinterpret_cast<__m128i*>(out), bytes);
-    } else {
-      std::uint8_t low[16];
-      _mm_storeu_si128(reinterpret_cast<__m128i*>(low), bytes);
-      std::memcpy(out, low, static_cast<std::size_t>(count));
-    }
+    ByteShuffle8::StoreLowBytes(out, count, _mm256_cvttps_epi32(sums));
   }
 };
 
@@ -66,8 +25,7 @@ std::uint64_t PlanBytes(const AreaList& list) noexcept {
 }
 
 bool Plan(const AreaList& list, std::uint8_t* plan) noexcept {
-  const AreaPlanHead head = Eight::Shuffles::Head(list, 1);
-  return Eight::Shuffles::Fill(list, head, kWindow, plan);
+  return Eight::Shuffles::Fill(list, Eight::Shuffles::Head(list, 1), Eight::kWindowBytes, plan);
 }
 
 void Row(std::uint8_t* out, float* b, const std::uint8_t* const* rows, std::int32_t count,

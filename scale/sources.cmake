@@ -12,6 +12,9 @@ list(APPEND ZOR_CORE_SOURCES
   scale/gray_rows_sse2.cpp
   scale/gray_tables.cpp
   scale/packed.cpp
+  scale/packed_rows_avx2.cpp
+  scale/packed_rows_avx512.cpp
+  scale/packed_rows_plain.cpp
   scale/planar.cpp
   scale/scale_picture.cpp
   scale/sharpen.cpp
