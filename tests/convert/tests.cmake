@@ -1,0 +1,3 @@
+# SPDX-License-Identifier: BSD-2-Clause
+zor_add_test(convert_rgb_to_yuv420_test ${CMAKE_CURRENT_LIST_DIR}/rgb_to_yuv420_test.cpp)
+zor_add_test(convert_rgb_packing_test ${CMAKE_CURRENT_LIST_DIR}/rgb_packing_test.cpp)
