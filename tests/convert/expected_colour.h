@@ -16,14 +16,18 @@ struct Bgr {
   int r;
 };
 
-inline Bgr operator+(const Bgr& x, const Bgr& y) { return {x.b + y.b, x.g + y.g, x.r + y.r}; }
+inline Bgr operator+(const Bgr& x, const Bgr& y) {
+  return {x.b + y.b, x.g + y.g, x.r + y.r};
+}
 
 inline int FloorShift(int value, int shift) {
   const int unit = 1 << shift;
   return value >= 0 ? value / unit : -((-value + unit - 1) / unit);
 }
 
-inline int ExpectedLuma(const Bgr& p) { return (129 * p.g + 66 * p.r + 25 * p.b) / 256 + 16; }
+inline int ExpectedLuma(const Bgr& p) {
+  return (129 * p.g + 66 * p.r + 25 * p.b) / 256 + 16;
+}
 inline int ExpectedU(const Bgr& sum, int shift) {
   return FloorShift(112 * sum.b - 74 * sum.g - 38 * sum.r, shift) + 128;
 }
@@ -31,8 +35,12 @@ inline int ExpectedV(const Bgr& sum, int shift) {
   return FloorShift(112 * sum.r - 94 * sum.g - 18 * sum.b, shift) + 128;
 }
 
-inline int ClampByte(int value) { return std::clamp(value, 0, 255); }
-inline int Saturate16(int value) { return std::clamp(value, -32768, 32767); }
+inline int ClampByte(int value) {
+  return std::clamp(value, 0, 255);
+}
+inline int Saturate16(int value) {
+  return std::clamp(value, -32768, 32767);
+}
 
 /// 13 bits of fraction, as tables hold it.
 inline Bgr ExpectedTableColour(int y, int u, int v) {
@@ -51,7 +59,11 @@ inline Bgr ExpectedVectorColour(int y, int u, int v) {
           ClampByte(FloorShift(Saturate16(luma + 102 * (v - 128)), 6))};
 }
 
-inline int Avg(int a, int b) { return (a + b + 1) / 2; }
-inline int AvgT(int a, int b) { return a / 2 + b / 2; }
+inline int Avg(int a, int b) {
+  return (a + b + 1) / 2;
+}
+inline int AvgT(int a, int b) {
+  return a / 2 + b / 2;
+}
 
 }  // namespace zor::test

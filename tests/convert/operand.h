@@ -77,9 +77,8 @@ class Bench {
   /// Copies the bytes that a kernel may touch. @return the pointer for the kernel.
   std::uint8_t* Lay(const Operand& operand, std::ptrdiff_t shift) {
     size_ = operand.size();
-    start_ = edge_ == GuardedMemory::Edge::kStart
-                 ? memory_.data() + shift
-                 : memory_.data() + memory_.size() - size_ - shift;
+    start_ = edge_ == GuardedMemory::Edge::kStart ? memory_.data() + shift
+                                                  : memory_.data() + memory_.size() - size_ - shift;
     std::memset(start_ - (edge_ == GuardedMemory::Edge::kStart ? shift : kMargin), kFill,
                 size_ + kMargin + static_cast<std::size_t>(shift));
     if (size_ != 0) std::memcpy(start_, operand.before(), size_);
@@ -166,8 +165,8 @@ class OperandSet {
       for (std::size_t i = 0; i < operands_.size(); ++i) {
         const std::string wrong = side[i]->Compare(*operands_[i], shift);
         if (!wrong.empty()) {
-          return "operand " + std::to_string(i) + (&side == &benches_[0] ? " at start" : " at end") +
-                 ", " + wrong;
+          return "operand " + std::to_string(i) +
+                 (&side == &benches_[0] ? " at start" : " at end") + ", " + wrong;
         }
       }
     }

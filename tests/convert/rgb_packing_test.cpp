@@ -21,6 +21,7 @@ void State(int targetBytes, std::int32_t targetStride, int sourceBytes, std::int
     for (int x = 0; x < width; ++x) {
       const int from = (height < 0 ? rows - 1 - y : y) * sourceStride + x * sourceBytes;
       const int to = y * targetStride + x * targetBytes;
+      source.Get(from + sourceBytes - 1);  // whole pixels may be read
       for (int i = 0; i < 3; ++i) target.Put(to + i, source.Get(from + i));
       if (targetBytes == 4) target.Put(to + 3, 0);
     }
@@ -37,10 +38,9 @@ void ExpectAllShapes(RgbPackingKernel* kernel, int targetBytes, int sourceBytes)
     State(targetBytes, targetStride, sourceBytes, sourceStride, width, height, target, source);
     for (VectorLevel level : kLevels) {
       const PinnedVectorLevel pinned(level);
-      const std::string wrong =
-          operands.Check(shift, [&](const std::vector<std::uint8_t*>& p) {
-            kernel(p[0], targetStride, p[1], sourceStride, width, height);
-          });
+      const std::string wrong = operands.Check(shift, [&](const std::vector<std::uint8_t*>& p) {
+        kernel(p[0], targetStride, p[1], sourceStride, width, height);
+      });
       EXPECT_EQ(wrong, "") << "level " << static_cast<int>(level) << ", " << width << " x "
                            << height << ", shift " << shift;
       if (!wrong.empty()) return false;
@@ -85,7 +85,8 @@ TEST(RgbPacking, PaddingBetweenRowsOfTheTargetStays) {
   std::vector<std::uint8_t> target(2 * 200, 1);
   ConvertRgb32ToRgb24(target.data(), 200, source.data(), 160, 40, 2);
   for (int y = 0; y < 2; ++y) {
-    for (int i = 0; i < 200; ++i) ASSERT_EQ(target[static_cast<std::size_t>(200 * y + i)], i < 120 ? 9 : 1);
+    for (int i = 0; i < 200; ++i)
+      ASSERT_EQ(target[static_cast<std::size_t>(200 * y + i)], i < 120 ? 9 : 1);
   }
 }
 

@@ -40,8 +40,9 @@ void State(const Shape& s, int bytes, Operand& luma, Operand& u, Operand& v, Ope
   const int odd = s.width % 2;
   const auto pixel = [&](int pair, int row, int column) {
     const int line = 2 * pair + row;
-    const int at = (s.height < 0 ? rows - 1 - line : line) * s.sourceStride +
-                   (column - pair * odd) * bytes;
+    const int at =
+        (s.height < 0 ? rows - 1 - line : line) * s.sourceStride + (column - pair * odd) * bytes;
+    source.Get(at + bytes - 1);  // whole pixels may be read
     return Bgr{source.Get(at), source.Get(at + 1), source.Get(at + 2)};
   };
   for (int pair = 0; pair < rows / 2; ++pair) {
@@ -80,7 +81,8 @@ class RgbToYuv420 : public testing::TestWithParam<int> {
       std::uint8_t luma[4] = {};
       std::uint8_t planes[2] = {};
       form.kernel(luma, &planes[0], &planes[1], 2, 1, source.data(), 2 * Bytes(), 2, 2);
-      for (int i = 0; i < 4; ++i) EXPECT_EQ(luma[i], lumas[static_cast<std::size_t>(i)]) << form.name;
+      for (int i = 0; i < 4; ++i)
+        EXPECT_EQ(luma[i], lumas[static_cast<std::size_t>(i)]) << form.name;
       EXPECT_EQ(planes[0], u) << form.name;
       EXPECT_EQ(planes[1], v) << form.name;
     }
@@ -96,11 +98,10 @@ TEST_P(RgbToYuv420, EveryFormGivesTheStatedBytesAndTouchesNoOthers) {
     State(shape, Bytes(), luma, u, v, source);
     for (const KernelForm& form : Forms()) {
       const PinnedVectorLevel pinned(form.level);
-      const std::string wrong =
-          operands.Check(shift, [&](const std::vector<std::uint8_t*>& p) {
-            form.kernel(p[0], p[1], p[2], shape.lumaStride, shape.chromaStride, p[3],
-                        shape.sourceStride, width, height);
-          });
+      const std::string wrong = operands.Check(shift, [&](const std::vector<std::uint8_t*>& p) {
+        form.kernel(p[0], p[1], p[2], shape.lumaStride, shape.chromaStride, p[3],
+                    shape.sourceStride, width, height);
+      });
       EXPECT_EQ(wrong, "") << form.name << ", " << width << " x " << height << ", shift " << shift;
       if (!wrong.empty()) return false;
     }

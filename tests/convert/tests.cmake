@@ -1,3 +1,6 @@
 # SPDX-License-Identifier: BSD-2-Clause
-zor_add_test(convert_rgb_to_yuv420_test ${CMAKE_CURRENT_LIST_DIR}/rgb_to_yuv420_test.cpp)
 zor_add_test(convert_rgb_packing_test ${CMAKE_CURRENT_LIST_DIR}/rgb_packing_test.cpp)
+zor_add_test(convert_rgb_to_yuv420_test ${CMAKE_CURRENT_LIST_DIR}/rgb_to_yuv420_test.cpp)
+zor_add_test(convert_rgb_to_yuy2_test ${CMAKE_CURRENT_LIST_DIR}/rgb_to_yuy2_test.cpp)
+zor_add_test(convert_yuv420_yuy2_test ${CMAKE_CURRENT_LIST_DIR}/yuv420_yuy2_test.cpp)
+zor_add_test(convert_yuy2_rgb_test ${CMAKE_CURRENT_LIST_DIR}/yuy2_rgb_test.cpp)
