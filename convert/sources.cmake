@@ -5,9 +5,11 @@ list(APPEND ZOR_CORE_SOURCES
   convert/fast_mem_copy_mmx.cpp
   convert/fast_mem_copy_sse2.cpp
   convert/feature_word.cpp
+  convert/rgb_packing.cpp
   convert/rgb_packing_avx2.cpp
   convert/rgb_packing_plain.cpp
   convert/rgb_packing_sse2.cpp
+  convert/rgb_to_yuv420.cpp
   convert/rgb_to_yuv420_avx2.cpp
   convert/rgb_to_yuv420_avx512.cpp
   convert/rgb_to_yuv420_mmx.cpp
@@ -17,11 +19,13 @@ list(APPEND ZOR_CORE_SOURCES
   convert/rgb_to_yuy2_avx512.cpp
   convert/rgb_to_yuy2_plain.cpp
   convert/rgb_to_yuy2_sse2.cpp
+  convert/rgb_yuy2.cpp
   convert/yuv420_to_yuy2_avx2.cpp
   convert/yuv420_to_yuy2_avx512.cpp
   convert/yuv420_to_yuy2_mmx.cpp
   convert/yuv420_to_yuy2_plain.cpp
   convert/yuv420_to_yuy2_sse2.cpp
+  convert/yuv420_yuy2.cpp
   convert/yuy2_rgb_avx2.cpp
   convert/yuy2_rgb_avx512.cpp
   convert/yuy2_rgb_mmx.cpp
