@@ -9,4 +9,5 @@ list(APPEND ZOR_CORE_SOURCES
   compositor/blend_rows_sse2.cpp
   compositor/compose.cpp
   compositor/key_colour.cpp
+  compositor/swap_planes_sse2.cpp
 )

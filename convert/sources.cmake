@@ -20,6 +20,12 @@ list(APPEND ZOR_CORE_SOURCES
   convert/rgb_to_yuy2_plain.cpp
   convert/rgb_to_yuy2_sse2.cpp
   convert/rgb_yuy2.cpp
+  convert/yuv420_to_rgb.cpp
+  convert/yuv420_to_rgb_avx2.cpp
+  convert/yuv420_to_rgb_avx512.cpp
+  convert/yuv420_to_rgb_mmx.cpp
+  convert/yuv420_to_rgb_plain.cpp
+  convert/yuv420_to_rgb_sse2.cpp
   convert/yuv420_to_yuy2_avx2.cpp
   convert/yuv420_to_yuy2_avx512.cpp
   convert/yuv420_to_yuy2_mmx.cpp

@@ -4,25 +4,13 @@
 #include "convert/column_blocks.h"
 #include "convert/rgb_lanes_avx2.h"
 #include "convert/store_avx2.h"
+#include "convert/yuv_colour_avx2.h"
 #include "convert/yuy2_rgb_rows.h"
 
 namespace zor {
 namespace {
 
-/// Words of blue, green and red of sixteen columns, to be packed with saturation.
-struct ColourWords {
-  __m256i blue;
-  __m256i green;
-  __m256i red;
-};
-
-/// A pair of weights for the unsigned factor of byte products.
-ZOR_ALWAYS_INLINE __m256i Weights(int even, int odd) {
-  return _mm256_set1_epi16(static_cast<short>(even | odd << 8));
-}
-
-/// The 6-bit arithmetic on sixteen columns. The luma offset of 16 x 74 is taken off the chroma
-/// terms: those keep their 16 bits, and each sum saturates once as before.
+/// The colours of sixteen columns.
 ZOR_ALWAYS_INLINE ColourWords ConvertSixteen(const std::uint8_t* source) {
   const __m256i yuy2 = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(source));
   const __m256i luma = _mm256_maddubs_epi16(yuy2, Weights(74, 0));
@@ -32,13 +20,7 @@ ZOR_ALWAYS_INLINE ColourWords ConvertSixteen(const std::uint8_t* source) {
                           _mm256_setr_epi8(1, 3, 1, 3, 5, 7, 5, 7, 9, 11, 9, 11, 13, 15, 13, 15,  //
                                            1, 3, 1, 3, 5, 7, 5, 7, 9, 11, 9, 11, 13, 15, 13, 15)),
       _mm256_set1_epi8(-128));
-  const __m256i offset = _mm256_set1_epi16(16 * 74);
-  const __m256i blueTerm = _mm256_sub_epi16(_mm256_maddubs_epi16(Weights(129, 0), chroma), offset);
-  const __m256i greenTerm = _mm256_add_epi16(_mm256_maddubs_epi16(Weights(25, 52), chroma), offset);
-  const __m256i redTerm = _mm256_sub_epi16(_mm256_maddubs_epi16(Weights(0, 102), chroma), offset);
-  return {_mm256_srai_epi16(_mm256_adds_epi16(luma, blueTerm), 6),
-          _mm256_srai_epi16(_mm256_subs_epi16(luma, greenTerm), 6),
-          _mm256_srai_epi16(_mm256_adds_epi16(luma, redTerm), 6)};
+  return ColourOf(luma, ChromaTerms(chroma));
 }
 
 template <class Pixel>

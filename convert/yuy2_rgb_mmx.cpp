@@ -3,6 +3,7 @@
 
 #include "convert/load_store_mmx.h"
 #include "convert/pixel_formats.h"
+#include "convert/yuv_colour_mmx.h"
 #include "convert/yuy2_rgb.h"
 #include "convert/yuy2_rgb_walk.h"
 
@@ -11,31 +12,14 @@ namespace {
 
 constexpr std::int32_t kColumns = 8;
 
-/// Two registers of two pixels each: B, G, R, 0.
-struct FourPixels {
-  __m64 pixels[2];
-};
-
-/// The 6-bit arithmetic on four columns.
+/// Four columns of packed samples.
 ZOR_ALWAYS_INLINE FourPixels ConvertFour(__m64 yuy2) {
-  const __m64 zero = _mm_setzero_si64();
-  const __m64 luma =
-      _mm_mullo_pi16(_mm_sub_pi16(_mm_and_si64(yuy2, _mm_set1_pi16(0x00FF)), _mm_set1_pi16(16)),
-                     _mm_set1_pi16(74));
   // U0 V0 U1 V1, then each for both pixels of its pair.
-  const __m64 chroma = _mm_sub_pi16(_mm_srli_pi16(yuy2, 8), _mm_set1_pi16(128));
+  const __m64 chroma = _mm_srli_pi16(yuy2, 8);
   const __m64 low = _mm_unpacklo_pi16(chroma, chroma);   // U0 U0 V0 V0
   const __m64 high = _mm_unpackhi_pi16(chroma, chroma);  // U1 U1 V1 V1
-  const __m64 u = _mm_unpacklo_pi32(low, high);
-  const __m64 v = _mm_unpackhi_pi32(low, high);
-  const __m64 greenTerm =
-      _mm_adds_pi16(_mm_mullo_pi16(u, _mm_set1_pi16(25)), _mm_mullo_pi16(v, _mm_set1_pi16(52)));
-  const __m64 blue = _mm_srai_pi16(_mm_adds_pi16(luma, _mm_mullo_pi16(u, _mm_set1_pi16(129))), 6);
-  const __m64 green = _mm_srai_pi16(_mm_subs_pi16(luma, greenTerm), 6);
-  const __m64 red = _mm_srai_pi16(_mm_adds_pi16(luma, _mm_mullo_pi16(v, _mm_set1_pi16(102))), 6);
-  const __m64 blueGreen = _mm_unpacklo_pi8(_mm_packs_pu16(blue, zero), _mm_packs_pu16(green, zero));
-  const __m64 redZero = _mm_unpacklo_pi8(_mm_packs_pu16(red, zero), zero);
-  return {{_mm_unpacklo_pi16(blueGreen, redZero), _mm_unpackhi_pi16(blueGreen, redZero)}};
+  return ConvertFour(_mm_and_si64(yuy2, _mm_set1_pi16(0x00FF)), _mm_unpacklo_pi32(low, high),
+                     _mm_unpackhi_pi32(low, high));
 }
 
 /// Two pixels without their fourth bytes, in bytes 0 to 5; zeros behind them.

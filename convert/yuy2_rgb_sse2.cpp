@@ -4,6 +4,7 @@
 #include "convert/column_blocks.h"
 #include "convert/rgb_lanes_sse2.h"
 #include "convert/rows_by_level.h"
+#include "convert/yuv_colour_sse2.h"
 #include "convert/yuy2_rgb.h"
 #include "convert/yuy2_rgb_rows.h"
 #include "convert/yuy2_rgb_walk.h"
@@ -11,30 +12,16 @@
 namespace zor {
 namespace {
 
-/// Words of blue, green and red, to be packed with saturation.
-struct ColourWords {
-  __m128i blue;
-  __m128i green;
-  __m128i red;
-};
-
-/// The 6-bit arithmetic on eight columns.
+/// The colours of eight columns.
 ZOR_ALWAYS_INLINE ColourWords ConvertEight(const std::uint8_t* source) {
   const __m128i yuy2 = _mm_loadu_si128(reinterpret_cast<const __m128i*>(source));
-  const __m128i luma = _mm_mullo_epi16(
-      _mm_sub_epi16(_mm_and_si128(yuy2, _mm_set1_epi16(0x00FF)), _mm_set1_epi16(16)),
-      _mm_set1_epi16(74));
   // U0 V0 U1 V1 ..., then each for both pixels of its pair.
   const __m128i chroma = _mm_sub_epi16(_mm_srli_epi16(yuy2, 8), _mm_set1_epi16(128));
   const __m128i u = _mm_shufflehi_epi16(_mm_shufflelo_epi16(chroma, _MM_SHUFFLE(2, 2, 0, 0)),
                                         _MM_SHUFFLE(2, 2, 0, 0));
   const __m128i v = _mm_shufflehi_epi16(_mm_shufflelo_epi16(chroma, _MM_SHUFFLE(3, 3, 1, 1)),
                                         _MM_SHUFFLE(3, 3, 1, 1));
-  const __m128i greenTerm = _mm_adds_epi16(_mm_mullo_epi16(u, _mm_set1_epi16(25)),
-                                           _mm_mullo_epi16(v, _mm_set1_epi16(52)));
-  return {_mm_srai_epi16(_mm_adds_epi16(luma, _mm_mullo_epi16(u, _mm_set1_epi16(129))), 6),
-          _mm_srai_epi16(_mm_subs_epi16(luma, greenTerm), 6),
-          _mm_srai_epi16(_mm_adds_epi16(luma, _mm_mullo_epi16(v, _mm_set1_epi16(102))), 6)};
+  return ColourOf(_mm_and_si128(yuy2, _mm_set1_epi16(0x00FF)), ChromaTerms(u, v));
 }
 
 template <class Pixel>
