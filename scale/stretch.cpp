@@ -118,11 +118,8 @@ std::uint32_t StretchRgb(std::uint8_t* target, std::uint32_t targetWidth, std::i
     const auto width = static_cast<std::int32_t>(targetWidth);
     PaintBands(*targetRect, width, targetHeight, [=](RECT band) {
       // On a picture that is turned over the bands walk upward from the start of the buffer, so
-      // that only row 0 lies in it.
-      if (turnedOver) {
-        if (band.top > 0) return;
-        band.bottom = std::min<decltype(band.bottom)>(band.bottom, 1);
-      }
+      // that only their row 0 lies in it.
+      if (turnedOver) band.bottom = std::min<decltype(band.bottom)>(band.bottom, 1);
       FillRectRgb(target, width, targetHeight, targetStride, &band, targetBits, 0);
     });
   }

@@ -124,6 +124,37 @@ TEST(ScalePicture, BoxModesInterpolateGrayAtEveryRatio) {
   }
 }
 
+TEST(ScalePicture, BoxModesInterpolateColourIfOneStepIsBelowTwo) {
+  for (const int channels : {3, 4}) {
+    // 1.5 across and 3 down, and the other way round.
+    const int shapes[][4] = {{30, 30, 20, 10}, {30, 30, 10, 20}};
+    for (const auto& s : shapes) {
+      const Bytes source = Noise(26).Bytes(static_cast<std::size_t>(s[0] * s[1] * channels));
+      const auto scale = [&](ScaleMode mode) {
+        Bytes target(static_cast<std::size_t>(s[2] * s[3] * channels), 9);
+        StretchRgb(target.data(), s[2], s[3], nullptr, s[2] * channels, 8 * channels, 1,
+                   source.data(), s[0], s[1], nullptr, s[0] * channels, 8 * channels, 1, 0, mode);
+        return target;
+      };
+      EXPECT_EQ(scale(SCALE_BILINEAR), scale(SCALE_BOX));
+      EXPECT_EQ(scale(SCALE_BILINEAR_FADE), scale(SCALE_BOX_FADE));
+    }
+  }
+}
+
+TEST(ScalePicture, BoxAveragesTwoByTwoAtExactlyTwo) {
+  const Bytes source = Noise(27).Bytes(40 * 20 * 4);
+  Bytes target(20 * 10 * 4, 9);
+  StretchRgb(target.data(), 20, 10, nullptr, 80, 32, 1, source.data(), 40, 20, nullptr, 160, 32, 1,
+             0, SCALE_BOX);
+  for (int y = 0; y < 10; ++y) {
+    for (int v = 0; v < 80; ++v) {
+      const std::uint8_t* p = source.data() + 2 * y * 160 + v / 4 * 8 + v % 4;
+      ASSERT_EQ((p[0] + p[4] + p[160] + p[164]) / 4, target[80 * y + v]) << v << ", " << y;
+    }
+  }
+}
+
 // --- RGB and gray ------------------------------------------------------------------------------
 
 TEST(StretchRgb, NullPixelsReturnZero) {
@@ -370,11 +401,11 @@ TEST(StretchYuv420, EqualSizesWithAnyStrides) {
 TEST(StretchYuv420, RectanglesAreHalvedAndTheirSizesMadeEven) {
   Noise noise(14);
   for (int round = 0; round < 150; ++round) {
-    const int sw = 2 * noise.Range(4, 20), sh = 2 * noise.Range(4, 9);
-    const int dw = 2 * noise.Range(4, 20), dh = 2 * noise.Range(4, 9);
+    const int sw = noise.Range(8, 40), sh = noise.Range(8, 18);
+    const int dw = noise.Range(8, 40), dh = noise.Range(8, 18);
     const unsigned n = noise.Next();
-    Planar source(sw, sh, sw + 2 * noise.Range(0, 2), n, n);
-    Planar target(dw, dh, dw + 2 * noise.Range(0, 2), n + 1, n >> 1);
+    Planar source(sw, sh, sw + noise.Range(0, 4), n, n);
+    Planar target(dw, dh, dw + noise.Range(0, 4), n + 1, n >> 1);
     const int sl = noise.Range(0, sw - 2), st = noise.Range(0, sh - 2);
     const int dl = noise.Range(0, dw - 2), dt = noise.Range(0, dh - 2);
     const RECT from{sl, st, noise.Range(sl, sw), noise.Range(st, sh)};
