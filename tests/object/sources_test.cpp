@@ -163,6 +163,8 @@ TEST(KelpSource, ASourceStrideWiderThanTheRoundedOneIsCut) {
   for (std::size_t y = 0; y < 4; ++y) {
     EXPECT_EQ(Part(block, y * 24, 24), Part(image.bytes, (3 - y) * 40, 24));
   }
+  // Nor does the last row run on into the zeros behind the block.
+  EXPECT_THAT(Part(BlockOf(surface.get(), 112), 96, 16), Each(0));
 }
 
 TEST(KelpSource, PlanarPicturesHaveTwiceTheHeight) {

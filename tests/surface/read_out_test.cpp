@@ -23,6 +23,7 @@ using zor::test::HeldSurface;
 using zor::test::MakeBlank;
 using zor::test::MakeSurface;
 using zor::test::Noise;
+using zor::test::PictureBytes;
 using Bytes = std::vector<std::uint8_t>;
 
 constexpr std::uint8_t kFill = 0x5A;
@@ -216,6 +217,18 @@ TEST(ReadPixels, AQueuedResizeGoesToTheHostAndTheSurfaceKeepsItsSize) {
   EXPECT_EQ(whole, BlockOf(surface.get(), 384));
 }
 
+TEST(ReadPixels, AfterwardsNothingReachesTheHostsMemory) {
+  const HeldSurface surface = Even(8, 8, 90);
+  surface->QueueConvert(FORMAT_YUV420);  // the surface's own format: the rows are copied out
+  Bytes memory(96, kFill);
+  EXPECT_EQ(surface->ReadPixels(memory.data(), 8, 1), VED_OK);
+  EXPECT_EQ(memory, EvenBytes(64, 90));
+  memory.assign(96, kFill);
+  EXPECT_EQ(surface->ConvertNow(FORMAT_YUV420), VED_OK);
+  EXPECT_EQ(surface->ResizeNow(8, 8, 0, 0), VED_OK);
+  EXPECT_EQ(memory, Bytes(96, kFill));
+}
+
 TEST(ReadPixels, AQueuedConversionGivesRgbToTheHostAndTheSurfaceStaysPlanar) {
   // Video black and white: 16 and 235 with neutral chroma. The forms round each in its own way.
   for (const auto& [luma, rgb] : {std::pair{16, 0}, {235, 255}}) {
@@ -231,6 +244,34 @@ TEST(ReadPixels, AQueuedConversionGivesRgbToTheHostAndTheSurfaceStaysPlanar) {
     EXPECT_EQ(surface->ReadPixels(planar.data(), 8, 1), VED_OK);  // the queue is empty
     EXPECT_EQ(planar, block);
   }
+}
+
+TEST(ReadPixels, AQueuedResizeOfAPackedPictureGivesTheUnresizedOne) {
+  const SurfaceDescription description = Describe(16, 8, FORMAT_YUY2);
+  const Bytes packed = Noise(24).Bytes(PictureBytes(description));
+  const HeldSurface surface = MakeSurface(description, packed);
+  surface->QueueResize(8, 4, 0, 0);
+  GuardedMemory memory(packed.size() * 3 / 2, GuardedMemory::Edge::kEnd, kFill);
+  EXPECT_EQ(surface->ReadPixels(memory.data(), 32, 1), VED_OK);
+  const Bytes all = memory.Copy();
+  EXPECT_EQ(Bytes(all.begin(), all.begin() + 256), packed);
+  EXPECT_EQ(DescriptionOf(surface.get()).width, 16);
+  EXPECT_EQ(BlockOf(surface.get(), 256), packed);
+}
+
+TEST(Flush, AQueuedResizeOfAPackedSurfaceGivesAPackedOneOfTheNewSize) {
+  const SurfaceDescription description = Describe(16, 8, FORMAT_YUY2);
+  Bytes packed(PictureBytes(description), 128);
+  for (std::size_t i = 0; i < packed.size(); i += 2) packed[i] = 90;
+  const HeldSurface surface = MakeSurface(description, packed);
+  surface->QueueResize(8, 4, 0, 0);
+  EXPECT_EQ(surface->Flush(), VED_OK);
+  const SurfaceDescription actual = DescriptionOf(surface.get());
+  EXPECT_EQ(actual.format, FORMAT_YUY2);
+  EXPECT_EQ(actual.width, 8);
+  EXPECT_EQ(actual.height, 4);
+  EXPECT_EQ(actual.stride, 16);
+  EXPECT_EQ(BlockOf(surface.get(), 64), Bytes(packed.begin(), packed.begin() + 64));
 }
 
 TEST(ReadPixels, EarlierRecordsOfTheFlushTakeEffectOnTheSurface) {
