@@ -59,7 +59,8 @@ inline Bytes Picture(const SurfaceDescription& d) {
     const auto y = static_cast<std::int32_t>(i / static_cast<std::size_t>(d.stride));
     const std::int32_t slope = (x * 2 + y * 3 + static_cast<std::int32_t>(i % 4) * 40) % 256;
     const std::int32_t edge = (x / 24 + y / 9) % 3 == 0 ? 90 : 0;
-    bytes[i] = static_cast<std::uint8_t>(slope + edge + static_cast<std::int32_t>(grain.Next() % 9));
+    bytes[i] =
+        static_cast<std::uint8_t>(slope + edge + static_cast<std::int32_t>(grain.Next() % 9));
   }
   return bytes;
 }
