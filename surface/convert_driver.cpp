@@ -127,7 +127,9 @@ std::int32_t CZorSurfaceBuffer::ConvertNow(std::int32_t format) {
       d.height);
   // Rows that end at their stride and come in pairs leave no byte unwritten.
   const bool painted = !drifts && (d.height & 1) == 0 && d.height >= 4 &&
-                       (format != FORMAT_RGB24 || layout.stride == std::int64_t{d.width} * 3);
+                       (format != FORMAT_RGB24 || layout.stride == std::int64_t{d.width} * 3) &&
+                       // The SSE2 form from RGB leaves what isn't a whole block of 8 columns.
+                       (format != FORMAT_YUY2 || !fromRgb || (d.width & 7) == 0);
   std::uint8_t* target =
       direct ? lent.Target()
              : AllocateResult(result, layout.bytes,
