@@ -185,6 +185,23 @@ TEST(ConvertNow, OddRgbIsNotTrimmedOnTheWayToYuy2) {
   EXPECT_EQ(DescriptionOf(surface.get()).stride, 14);
 }
 
+TEST(ConvertNow, ColumnsThatTheTailOfYuy2LeavesAloneHoldNoOldMemory) {
+  const WithFeatures features(kAllBits);
+  for (std::int32_t format : {1, 2}) {
+    const HeldSurface surface = MakeBlank(DescribeRows(1004, 8, format, 0));
+    // Used memory of the size of the target's block is lying about.
+    for (int i = 0; i < 4; ++i) {
+      const SurfaceDescription d = DescribeRows(1004, 8, 5, 1);
+      MakePicture(d, Bytes(PictureBytes(d), 0xEE));
+    }
+    ASSERT_EQ(surface->ConvertNow(5), VED_OK);
+    const Bytes block = BlockOf(surface.get(), 2008 * 8);
+    for (std::size_t y = 0; y < 8; ++y) {
+      for (std::size_t i = 2000; i < 2008; ++i) ASSERT_EQ(block[2008 * y + i], 0);
+    }
+  }
+}
+
 TEST(ConvertNow, PlanarOfWidthSixBecomesRgb24OfStrideTwenty) {
   const HeldSurface surface = MakeBlank(DescribeRows(6, 4, 4, 1));
   ASSERT_EQ(surface->ConvertNow(1), VED_OK);
