@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: BSD-2-Clause
+// Copyright (c) 2026, The ZorSurface authors
+
+#include "convert/feature_word.h"
+
+#include <gtest/gtest.h>
+
+#include "convert/colour_tables.h"
+#include "convert/fast_mem_copy.h"
+#include "support/guarded_memory.h"
+
+namespace zor::test {
+namespace {
+
+const std::uint32_t kWordAtLoad = CpuFeatureWord;
+
+TEST(FeatureWord, IsFilledBeforeAnythingRunsAndHoldsTheKnownBitsOnly) {
+  EXPECT_NE(0u, kWordAtLoad);
+  EXPECT_EQ(0u, kWordAtLoad & ~(0x17808010u | 1u << 22 | 1u << 30 | 1u << 31));
+  EXPECT_NE(0u, kWordAtLoad & kFeatureSse2);  // every processor that runs the suite
+  EXPECT_NE(0u, kWordAtLoad & kFeatureMmx);
+  EXPECT_EQ(kWordAtLoad, DetectCpuFeatures());
+}
+
+TEST(FeatureWord, SecondInitialisationGivesTheFirstWordAndLeavesTheTables) {
+  const std::int32_t kept = LumaScaleTable[77];
+  LumaScaleTable[77] = 1;
+  EXPECT_EQ(kWordAtLoad, InitPixelConversion());
+  EXPECT_EQ(1, LumaScaleTable[77]);
+  LumaScaleTable[77] = kept;
+}
+
+TEST(FeatureWord, InnerLevelNeverPassesItsLimitNorTheProcessor) {
+  const VectorLevel widest = InnerVectorLevel();
+  for (const VectorLevel limit : {VectorLevel::kSse2, VectorLevel::kAvx2, VectorLevel::kAvx512}) {
+    LimitInnerVectorLevel(limit);
+    EXPECT_EQ(std::min(widest, limit), InnerVectorLevel());
+  }
+  EXPECT_EQ(widest, InnerVectorLevel());
+}
+
+TEST(ColourTables, EveryEntryIsItsExactProduct) {
+  for (std::int32_t i = 0; i < 256; ++i) {
+    EXPECT_EQ(9535 * (i - 16), LumaScaleTable[i]);
+    EXPECT_EQ(16531 * (i - 128), BlueFromUTable[i]);
+    EXPECT_EQ(3203 * (i - 128), GreenFromUTable[i]);
+    EXPECT_EQ(6660 * (i - 128), GreenFromVTable[i]);
+    EXPECT_EQ(13074 * (i - 128), RedFromVTable[i]);
+  }
+}
+
+TEST(ColourTables, ZerosStandAtTheOffsetsAndTheTopEntryShiftsTo278) {
+  EXPECT_EQ(0, LumaScaleTable[16]);
+  for (const std::int32_t* table : {BlueFromUTable, GreenFromUTable, GreenFromVTable, RedFromVTable}) {
+    EXPECT_EQ(0, table[128]);
+  }
+  EXPECT_EQ(2278865, LumaScaleTable[255]);
+  EXPECT_EQ(278, LumaScaleTable[255] >> 13);
+}
+
+class FastCopy : public ::testing::Test {
+ protected:
+  void TearDown() override { CpuFeatureWord = kWordAtLoad; }
+};
+
+TEST_F(FastCopy, EveryFormCopiesTheBytesAndNoOthersAtEverySizeAndAlignment) {
+  using Edge = GuardedMemory::Edge;
+  Noise noise(5);
+  for (const std::uint32_t word : {0u, kFeatureMmx, kFeatureMmx | kFeatureSse2, kFeatureSse}) {
+    CpuFeatureWord = word;
+    for (const Edge edge : {Edge::kStart, Edge::kEnd}) {
+      for (std::size_t bytes = 0; bytes <= 300; ++bytes) {
+        GuardedMemory from(bytes, edge), to(bytes, edge, 0x11);
+        noise.Fill(from.data(), bytes);
+        FastMemCopy(to.data(), from.data(), bytes);
+        ASSERT_EQ(from.Copy(), to.Copy()) << bytes;
+        ASSERT_TRUE(to.GuardsIntact());
+      }
+    }
+    for (std::size_t shift = 0; shift < 64; ++shift) {
+      const std::vector<std::uint8_t> from = noise.Bytes(500);
+      std::vector<std::uint8_t> to(600, 3), expected = to;
+      std::copy(from.begin() + 7, from.begin() + 407, expected.begin() + static_cast<long>(shift));
+      FastMemCopy(to.data() + shift, from.data() + 7, 400);
+      ASSERT_EQ(expected, to) << shift;
+    }
+  }
+}
+
+TEST_F(FastCopy, BelowAndAtOneBlockOf64Bytes) {
+  for (const std::size_t bytes : {63u, 64u}) {
+    const std::vector<std::uint8_t> from = Noise(bytes).Bytes(bytes);
+    for (auto* copy : {MemCopyMmx, MemCopyStream}) {
+      std::vector<std::uint8_t> to(bytes + 1, 9);
+      copy(to.data(), from.data(), bytes);
+      EXPECT_TRUE(std::equal(from.begin(), from.end(), to.begin()));
+      EXPECT_EQ(9, to[bytes]);
+    }
+  }
+}
+
+TEST_F(FastCopy, LargeBlocksPastTheCachesAtOddAddresses) {
+  const std::size_t bytes = (std::size_t{8} << 20) + 77;
+  const std::vector<std::uint8_t> from = Noise(3).Bytes(bytes);
+  for (const std::size_t shift : {0u, 1u, 63u}) {
+    std::vector<std::uint8_t> to(bytes + 128, 9);
+    MemCopyStream(to.data() + shift, from.data(), bytes);
+    EXPECT_TRUE(std::equal(from.begin(), from.end(), to.begin() + static_cast<long>(shift)));
+    EXPECT_EQ(9, to[bytes + shift]);
+    if (shift > 0) {
+      EXPECT_EQ(9, to[shift - 1]);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace zor::test
