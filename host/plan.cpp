@@ -183,6 +183,15 @@ bool Plan::crossesColour() const {
   return rgb && yuv;
 }
 
+int Plan::doubtfulColumns() const {
+  for (std::size_t i = 0; i < operations_.size(); ++i) {
+    if (operations_[i].format == FORMAT_RGB24 && Traits(shapes_[i].layout).planar) {
+      return shapes_[i].width % 16;
+    }
+  }
+  return 0;
+}
+
 bool Plan::keepsAlpha() const {
   return sourceAlpha_ && std::all_of(shapes_.begin(), shapes_.end(), [](const PictureShape& s) {
            return s.layout == Layout::kRgb32;

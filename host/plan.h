@@ -66,6 +66,10 @@ class Plan {
   bool bottomUp() const { return bottomUp_; }
   /// Whether YUV meets RGB on the way.
   bool crossesColour() const;
+  /// Columns at the right edge that a conversion from planar to RGB24 gives other colours
+  /// by definition: behind the last whole sixteen the row's first chroma sample is used, red and
+  /// blue exchanged. 0 where the plan has none.
+  int doubtfulColumns() const;
   /// Whether a fourth byte of the source is still alpha in the result.
   bool keepsAlpha() const;
   /// "1920x1080 yvu420 -> 1280x720 -> rgb32"

@@ -86,6 +86,12 @@ class Run {
     if (plan_->crossesColour()) {
       for (std::string& note : ColourNotes(source_->info())) notes.push_back(std::move(note));
     }
+    if (const int columns = plan_->doubtfulColumns()) {
+      notes.push_back("yuv420 to rgb24 at a width that isn't a multiple of 16: the right " +
+                      std::to_string(columns) +
+                      " columns come with other colours where the processor has SSE2; rgb32 "
+                      "doesn't show that");
+    }
     TellOrientation(notes);
     if (kind_ != SinkKind::kY4m && source_->info().variableRate) {
       notes.push_back("variable frame rate: every coded frame is kept, none is doubled or dropped");

@@ -166,9 +166,9 @@ TEST_F(HostRun, OddClipIsCutAndSaysSo) {
 TEST_F(HostRun, ColoursComeOutAsTheyWentIn) {
   // BT.601 video range: luma 81, U 90, V 240 is pure red, 41 240 110 pure blue.
   const auto uniform = [&](int y, int u, int v) {
-    std::string bytes = "YUV4MPEG2 W8 H8 F25:1 C420jpeg\nFRAME\n";
-    bytes += std::string(64, static_cast<char>(y)) + std::string(16, static_cast<char>(u)) +
-             std::string(16, static_cast<char>(v));
+    std::string bytes = "YUV4MPEG2 W16 H16 F25:1 C420jpeg\nFRAME\n";
+    bytes += std::string(256, static_cast<char>(y)) + std::string(64, static_cast<char>(u)) +
+             std::string(64, static_cast<char>(v));
     return folder_.Make("in.y4m", bytes);
   };
   const auto middle = [&](const std::string& to) {
@@ -190,6 +190,15 @@ TEST_F(HostRun, ColoursComeOutAsTheyWentIn) {
     EXPECT_LT(blue[1], 5);
     EXPECT_GT(blue[2], 250);
   }
+}
+
+TEST_F(HostRun, TailColumnsOfRgb24AreTold) {
+  const std::string job = " --to rgb24 --hash";
+  const Result told = Run("convert " + Clip("in.y4m", 20, 16, 1) + job);
+  EXPECT_EQ(told.code, 0) << told.err;
+  EXPECT_SAYS(told, "the right 4 columns");
+  const Result whole = Run("convert " + Clip("in.y4m", 32, 16, 1) + job);
+  EXPECT_EQ(whole.err.find("columns"), std::string::npos) << whole.err;
 }
 
 TEST_F(HostRun, ResultIsUpright) {
