@@ -144,12 +144,15 @@ bool Plan::NeedsCopyAtEnd() const {
   const PictureShape& from = shapes_[shapes_.size() - 2];
   const Operation& last = operations_.back();
   if (last.kind == Operation::Kind::kResize) {
-    return from.layout == Layout::kYuy2 || (last.fit && from.bottomUp != bottomUp_) ||
-           (Traits(from.layout).planar && bottomUp_);
+    // Rows that are walked upward spill their last pixel's fourth byte into a row that is finished,
+    // and what an area mode leaves unwritten shows what the memory was cleared with.
+    const bool unwritten = last.mode == SCALE_AREA && Traits(from.layout).rgb;
+    return from.layout == Layout::kYuy2 || from.bottomUp != bottomUp_ || unwritten;
   }
   if (last.format == FORMAT_YVU420) return bottomUp_ || pitch_ != result().width;
   const bool bothRgb = Traits(from.layout).rgb && Traits(result().layout).rgb;
   const bool bothYuv = Subsampled(from.layout) && Subsampled(result().layout);
+  if (Traits(from.layout).rgb && !bothRgb) return true;  // rows come the other way round
   return (bothRgb || bothYuv) && from.bottomUp != bottomUp_;
 }
 

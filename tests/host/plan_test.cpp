@@ -141,6 +141,10 @@ TEST(Plan, CopyFollowsWhereDirectOutputIgnoresTheRowOrderOrTheSize) {
   fitted.Resize(8, 12, true, SCALE_BILINEAR);
   EXPECT_TRUE(CopyAtEnd(fitted, false));  // the bands would be painted upward from the start
   EXPECT_FALSE(CopyAtEnd(fitted, true));
+  Plan planar = MakePlan(Layout::kRgb24, 16, 16);
+  planar.Convert(Layout::kYuv420);
+  EXPECT_TRUE(CopyAtEnd(planar, false));  // the rows would come the other way round
+  EXPECT_TRUE(CopyAtEnd(planar, true));
   Plan exchanged = MakePlan(Layout::kYvu420, 16, 16);
   exchanged.Convert(Layout::kYvu420);
   EXPECT_FALSE(CopyAtEnd(exchanged, false));

@@ -267,6 +267,28 @@ TEST_F(HostRun, EagerAndDeferredGiveTheSameHashes) {
   }
 }
 
+TEST_F(HostRun, EagerAndDeferredAgreeForPicturesToo) {
+  Picture art(Layout::kRgb24, 48, 32);
+  for (std::size_t i = 0; i < art.size(); ++i) {
+    art.data()[i] = static_cast<std::uint8_t>(i * i / 97 + i);
+  }
+  WritePicture(art, File("in.png"));
+  for (const char* rest :
+       {"--to rgb32", "--to yuv420", "--to yuy2", "--to yvu420", "--via yuv420 --to rgb24",
+        "--via yuy2 --to rgb32", "--via yuy2 --to yuv420", "--via yuv420,yuy2 --to rgb24"}) {
+    for (const char* order : {"", " --bottom-up"}) {
+      const Result result = Run("convert " + File("in.png") + " " + rest + order + " --verify");
+      EXPECT_EQ(result.code, 0) << rest << order << result.err;
+    }
+  }
+  for (const char* rest :
+       {"--size 33x21", "--scale 2 --mode bilinear-fade", "--scale 3/2 --mode area",
+        "--size 40x40 --fit contain --bottom-up", "--size 30x30 --fit cover --to rgb32"}) {
+    const Result result = Run("resize " + File("in.png") + " " + rest + " --verify");
+    EXPECT_EQ(result.code, 0) << rest << result.err;
+  }
+}
+
 TEST_F(HostRun, ExportedBitmapHoldsTheSamePicture) {
   const std::string clip = Clip("in.y4m", 48, 32, 1);
   for (const char* job :
