@@ -46,11 +46,7 @@ TargetLayout LayoutOf(std::int32_t format, std::int64_t width, std::int64_t heig
 std::int64_t ReachOf(std::int32_t format, std::int64_t width, std::int64_t height,
                      std::int64_t stride) {
   if (height < 1) return 0;
-  if (format == FORMAT_YUV420) {
-    const std::int64_t plane = stride * height;
-    const std::int64_t chroma = std::max<std::int64_t>(0, height / 2 - 1) * (stride / 2) + width / 2;
-    return std::max((height - 1) * stride + width, plane + plane / 4 + chroma);
-  }
+  if (format == FORMAT_YUV420) return PlanarReach(stride, width, height);
   const std::int64_t pixel = format == FORMAT_RGB24 ? 3 : format == FORMAT_RGB32 ? 4 : 2;
   // The MMX form runs 8 columns past a row whose width has bit 3 set.
   const bool overruns = format == FORMAT_RGB32 && (CpuFeatureWord & kFeatureSse2) == 0 &&

@@ -106,6 +106,10 @@ std::uint32_t FillRectRgb(std::uint8_t* pixels, std::int32_t width, std::int32_t
   const std::uint32_t word =
       (colour >> 16 & 255) + (colour & 255) * 65536 + (colour & 0xFF00);
   const std::int32_t bytes = bitsPerPixel / 8;
+  // Rows of 102 "bytes" are painted as 2 while their corner moves by 102, which may lead away from
+  // the picture.
+  const std::int64_t last = (area.top + area.height - 1) * stride + area.left * bytes;
+  if (bytes > 4 && last + 2 * area.width > std::int64_t{stride} * height) return 1;
   FillRows(pixels + area.top * stride + area.left * bytes, stride, bytes,
            static_cast<std::int32_t>(area.width), static_cast<std::int32_t>(area.height), word,
            pixels + std::int64_t{stride} * height);

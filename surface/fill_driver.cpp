@@ -6,6 +6,7 @@
 #include "platform/rect.h"
 #include "surface/drawing_rect.h"
 #include "surface/fill.h"
+#include "surface/picture_layout.h"
 #include "surface/surface_buffer.h"
 
 namespace zor {
@@ -23,15 +24,15 @@ std::int32_t CZorSurfaceBuffer::FillNow(RECT* rectangle, std::uint32_t colour) {
   } else {
     d.DirtyRect = {0, 0, d.width, d.height};
   }
-  if (d.format == FORMAT_RGB24 || d.format == FORMAT_RGB32) {
-    FillRectRgb(pixels_, d.width, d.height, d.stride, rectangle, d.bitsPerPixel, colour);
-    return VED_OK;
-  }
-  if (d.format == FORMAT_YUV420) {
+  const bool planar = d.format == FORMAT_YUV420;
+  if (!planar && d.format != FORMAT_RGB24 && d.format != FORMAT_RGB32) return VED_E_UNSUPPORTED;
+  if (!PictureInBlock(d, pixels_)) return VED_OK;
+  if (planar) {
     FillRectYuv420(pixels_, d.width, d.height, d.stride, rectangle, colour);
-    return VED_OK;
+  } else {
+    FillRectRgb(pixels_, d.width, d.height, d.stride, rectangle, d.bitsPerPixel, colour);
   }
-  return VED_E_UNSUPPORTED;
+  return VED_OK;
 }
 
 }  // namespace zor

@@ -3,6 +3,7 @@
 
 #include <zorsurface/result_codes.h>
 
+#include <algorithm>
 #include <cstring>
 
 #include "scale/stretch.h"
@@ -80,22 +81,21 @@ bool IsServed(std::int32_t format) {
   return IsPackedRgbOrGray(format) || format == FORMAT_YUV420 || format == FORMAT_YUY2;
 }
 
-/// @return the bytes of @p to that drawing reaches: its rows, and the planar black that is written
-///         before.
+/// @return the bytes of @p to that drawing reaches, and the planar black that is written before.
 std::int64_t ReachOf(const SurfaceDescription& to) {
-  const std::int64_t pixel = to.format == FORMAT_YUY2     ? 16
-                             : to.format == FORMAT_YUV420 ? 8
-                                                          : to.bitsPerPixel;
-  const std::int64_t rows =
-      (std::int64_t{to.height} - 1) * to.stride + (std::int64_t{to.width} * pixel + 7) / 8;
   const std::int64_t cleared = PictureBytes(to.stride, to.height, true);
-  return rows > cleared ? rows : cleared;
+  if (to.format == FORMAT_YUV420) {
+    return std::max(cleared, PlanarReach(to.stride, to.width, to.height));
+  }
+  const std::int64_t pixel = to.format == FORMAT_YUY2 ? 16 : to.bitsPerPixel;
+  const std::int64_t row = (std::int64_t{to.width} * pixel + 7) / 8;
+  return std::max(cleared, (std::int64_t{to.height} - 1) * to.stride + row);
 }
 
 }  // namespace
 
-std::int32_t CZorSurfaceBuffer::ResizeNow(std::int32_t width, std::int32_t height,
-                                          std::int32_t fit, std::uint32_t quality) {
+std::int32_t CZorSurfaceBuffer::ResizeNow(std::int32_t width, std::int32_t height, std::int32_t fit,
+                                          std::uint32_t quality) {
   if (pixels_ == nullptr || width < 1 || height < 1) return VED_E_INVALIDARG;
   SurfaceDescription& d = description_;
   const bool direct = direct_.active != 0;
@@ -141,7 +141,7 @@ std::int32_t CZorSurfaceBuffer::ResizeNow(std::int32_t width, std::int32_t heigh
   if (PictureInBlock(d, pixels_)) {
     ScaleWhole(d, pixels_, target.picture, block, inside, quality);
   }
-  if (mask_ != nullptr) {
+  if (const MaskTurn turn(this); turn.HasMask()) {
     mask_->QueueResize(width, height, 0, 0);
     mask_->Flush();
   }

@@ -93,7 +93,7 @@ std::int32_t CZorSurfaceBuffer::RotateNow(std::int32_t degrees) {
     RotatePlanesYuv420(block, newWidth, newHeight, newStride, pixels_, d.width, d.height, d.stride,
                        degrees);
   }
-  if (mask_ != nullptr) {
+  if (const MaskTurn turn(this); turn.HasMask()) {
     mask_->Rotate(degrees);
     mask_->Flush();
   }

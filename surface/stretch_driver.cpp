@@ -21,7 +21,9 @@ struct Operand {
 };
 
 /// @return whether a stretch of planes may read a picture as planes.
-bool HasPlanes(const SurfaceDescription& d) { return d.format == FORMAT_YUV420; }
+bool HasPlanes(const SurfaceDescription& d) {
+  return d.format == FORMAT_YUV420;
+}
 
 /// Draws one operand into the other by the family of @p to.
 void StretchPart(const Operand& from, const Operand& to, ScaleMode mode) {
@@ -100,22 +102,25 @@ std::int32_t CZorSurfaceBuffer::StretchFromSurfaceNow(RECT* target, IZorSurface*
   source->GetPixels(&pixels);
   if (!IsPackedRgbOrGray(d.format) && d.format != FORMAT_YUV420) return VED_E_UNSUPPORTED;
 
-  // The queue may have left the source smaller than its rectangle, or without pixels.
+  // The queue may have left the source smaller than its rectangle, or without pixels. This surface
+  // may be the source itself, or its mask.
   const SurfaceDescription after = Describe(source);
   const bool readable =
       PixelsInBlock(after, pixels) &&
       (sourceRect == nullptr ||
        CheckDrawingRect(*from.get(), after.width, after.height) == RectCheck::kDraw);
-  if (readable && PixelsInBlock(d, pixels_)) {
+  const bool writable =
+      PixelsInBlock(d, pixels_) &&
+      (target == nullptr || CheckDrawingRect(*to.get(), d.width, d.height) == RectCheck::kDraw);
+  if (readable && writable) {
     StretchPart({after, pixels, from.get()}, {d, pixels_, to.get()}, quality);
   }
   return VED_OK;
 }
 
-std::int32_t CZorSurfaceBuffer::StretchToMemoryNow(RECT* source, RECT* target,
-                                                   std::uint8_t* memory, std::int32_t width,
-                                                   std::int32_t height, std::int32_t stride,
-                                                   std::uint32_t quality) {
+std::int32_t CZorSurfaceBuffer::StretchToMemoryNow(RECT* source, RECT* target, std::uint8_t* memory,
+                                                   std::int32_t width, std::int32_t height,
+                                                   std::int32_t stride, std::uint32_t quality) {
   if (memory == nullptr || width < 1 || height < 1) return VED_E_INVALIDARG;
   const SurfaceDescription& d = description_;
   if (source != nullptr) {
@@ -133,12 +138,12 @@ std::int32_t CZorSurfaceBuffer::StretchToMemoryNow(RECT* source, RECT* target,
   to.width = width;
   to.height = height;
   const std::int64_t natural = planar ? width : AlignedRowBytes(width, d.bitsPerPixel);
-  to.stride = stride >= 1 ? stride : static_cast<std::int32_t>(natural);
+  to.stride = stride >= 1 ? stride : FitsWord(natural) ? static_cast<std::int32_t>(natural) : 0;
   if (to.stride < 1 || !PixelsInBlock(d, pixels_)) return VED_OK;
-  const std::int64_t row = planar ? 0 : std::int64_t{width} * (d.bitsPerPixel / 8);
-  const std::int64_t bytes = PictureBytes(to.stride, height, planar);
-  LentMemory lent(memory, bytes, (std::int64_t{height} - 1) * to.stride + row, false, width,
-                  height);
+  const std::int64_t row = std::int64_t{width} * (d.bitsPerPixel / 8);
+  const std::int64_t reach =
+      planar ? PlanarReach(to.stride, width, height) : (std::int64_t{height} - 1) * to.stride + row;
+  LentMemory lent(memory, PictureBytes(to.stride, height, planar), reach, false, width, height);
   if (lent.Target() == nullptr) return VED_E_OUTOFMEMORY;
   StretchPart({d, pixels_, source}, {to, lent.Target(), target}, quality);
   lent.Finish();

@@ -62,11 +62,30 @@ class CZorSurfaceBuffer final : public CZorSurface {
   /// Exchanges the chroma planes, in place or into the host's memory.
   std::int32_t ExchangeChroma();  // convert_driver.cpp
 
+  /// The time in which a mask follows its surface. A surface may be its own mask, or that of its
+  /// mask: a circle of them is gone round once.
+  class MaskTurn {
+   public:
+    explicit MaskTurn(CZorSurfaceBuffer* surface) noexcept
+        : surface_(surface), before_(surface->maskFollows_) {
+      surface->maskFollows_ = true;
+    }
+    ~MaskTurn() { surface_->maskFollows_ = before_; }
+    MaskTurn(const MaskTurn&) = delete;
+    MaskTurn& operator=(const MaskTurn&) = delete;
+    bool HasMask() const noexcept { return !before_ && surface_->mask_ != nullptr; }
+
+   private:
+    CZorSurfaceBuffer* surface_;
+    bool before_;
+  };
+
   /// Frees the old block if it is owned, takes a new one and sets `StorageFlags` to 1.
   void ReplacePixels(std::uint8_t* pixels) noexcept;
 
   std::uint8_t* pixels_ = nullptr;
   std::int32_t pixelBytes_ = 0;  ///< set by `AllocatePixels` only
+  bool maskFollows_ = false;
 };
 
 }  // namespace zor
