@@ -29,7 +29,6 @@ struct Yuv420ToYuy2Pair {
   RowTriple u;
   RowTriple v;
   std::uint8_t* target[2];
-  bool only;   ///< the picture's single pair
   bool inner;  ///< neither the first nor the last: luma[1] shares two rows with luma[0]
 };
 
@@ -73,7 +72,7 @@ ZOR_ALWAYS_INLINE void WalkYuv420ToYuy2(const Yuv420ToYuy2Picture& picture,
                              PlanChroma(picture.u + pair * chromaStride, chromaStride, first, last),
                              PlanChroma(picture.v + pair * chromaStride, chromaStride, first, last),
                              {upper, upper + targetStride},
-                             first && last,
+
                              !first && !last};
     PlanPair(rows.luma, picture.luma + pair * (2 * lumaStride - drift), lumaStride, first, last);
     for (std::int32_t x = convert(rows, columns); x < columns; x += 2) ConvertColumns(rows, x);
