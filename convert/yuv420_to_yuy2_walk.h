@@ -72,7 +72,6 @@ ZOR_ALWAYS_INLINE void WalkYuv420ToYuy2(const Yuv420ToYuy2Picture& picture,
                              PlanChroma(picture.u + pair * chromaStride, chromaStride, first, last),
                              PlanChroma(picture.v + pair * chromaStride, chromaStride, first, last),
                              {upper, upper + targetStride},
-
                              !first && !last};
     PlanPair(rows.luma, picture.luma + pair * (2 * lumaStride - drift), lumaStride, first, last);
     for (std::int32_t x = convert(rows, columns); x < columns; x += 2) ConvertColumns(rows, x);
