@@ -55,11 +55,12 @@ class NewSurface {
   /// @return whether there was memory for the object.
   explicit operator bool() const noexcept { return surface_ != nullptr; }
 
-  /// Gives the surface its block, zeroed. @return the first byte, or null for a size under 1 or
-  /// beyond a signed 32-bit word, or without memory.
-  std::uint8_t* AllocatePixels(std::int64_t bytes) noexcept {
+  /// Gives the surface its block, zeroed, or unset where the caller writes all of it. @return the
+  /// first byte, or null for a size under 1 or beyond a signed 32-bit word, or without memory.
+  std::uint8_t* AllocatePixels(std::int64_t bytes,
+                               BlockContents contents = BlockContents::kZero) noexcept {
     std::uint8_t* pixels = nullptr;
-    if (FitsWord(bytes) && surface_->AllocatePixels(static_cast<std::int32_t>(bytes))) {
+    if (FitsWord(bytes) && surface_->AllocatePixels(static_cast<std::int32_t>(bytes), contents)) {
       surface_->GetPixels(&pixels);
     }
     return pixels;

@@ -37,6 +37,16 @@ std::uint8_t HoldByte(std::int32_t value) {
   return static_cast<std::uint8_t>(value < 0 ? 0 : value > 255 ? 255 : value);
 }
 
+/// A 3-byte row leaves the value's top byte behind its last pixel.
+void SpillByte(std::uint8_t* end, std::uint32_t value, const std::uint8_t* memoryEnd) {
+  if (end < memoryEnd) *end = static_cast<std::uint8_t>(value >> 24);
+}
+
+std::size_t Distance(std::int32_t stride) {
+  const std::int64_t wide = stride;
+  return static_cast<std::size_t>(wide < 0 ? -wide : wide);
+}
+
 /// Copies the pattern at the start of a row over the rest of it, doubling what is done.
 void SpreadPattern(std::uint8_t* row, std::size_t done, std::size_t bytes) {
   while (done < bytes) {
@@ -69,7 +79,7 @@ void FillRow24(std::uint8_t* row, std::uint32_t value, std::int32_t count,
   const std::size_t bytes = 3 * static_cast<std::size_t>(count);
   std::memcpy(row, &value, 3);
   SpreadPattern(row, 3, bytes);
-  if (row + bytes < memoryEnd) row[bytes] = static_cast<std::uint8_t>(value >> 24);
+  SpillByte(row + bytes, value, memoryEnd);
 }
 
 void FillRow16(std::uint8_t* row, std::uint32_t value, std::int32_t count) noexcept {
@@ -83,14 +93,18 @@ void FillRows(std::uint8_t* start, std::int32_t stride, std::int32_t bytesPerPix
               const std::uint8_t* memoryEnd) noexcept {
   const std::int32_t bytes = bytesPerPixel == 102 ? 2 : bytesPerPixel;
   if (bytes < 2 || bytes > 4 || width <= 0) return;
+  const std::size_t rowBytes = static_cast<std::size_t>(width) * static_cast<std::size_t>(bytes);
   for (std::int64_t y = 0; y < height; ++y) {
     std::uint8_t* row = start + y * stride;
     if (value == 0) {
-      std::memset(row, 0, static_cast<std::size_t>(width) * static_cast<std::size_t>(bytes));
-    } else if (bytes == 2) {
-      FillRow16(row, value, width);
+      std::memset(row, 0, rowBytes);
+    } else if (y > 0 && Distance(stride) >= rowBytes) {
+      std::memcpy(row, start, rowBytes);
+      if (bytes == 3) SpillByte(row + rowBytes, value, memoryEnd);
     } else if (bytes == 3) {
       FillRow24(row, value, width, memoryEnd);
+    } else if (bytes == 2) {
+      FillRow16(row, value, width);
     } else {
       FillRow32(row, value, width);
     }

@@ -132,7 +132,10 @@ std::int32_t CZorSurfaceBuffer::ResizeNow(std::int32_t width, std::int32_t heigh
   ResizeTarget target = NewPicture(d, width, height);
   std::uint8_t* block = nullptr;
   if (IsServed(d.format)) {
-    block = AllocateResult(target.picture, target.bytes, BlockContents::kZero);
+    // Planar black reaches every byte of a picture of even sizes.
+    const bool painted = d.format == FORMAT_YUV420 && ((width | height) & 1) == 0;
+    block = AllocateResult(target.picture, target.bytes,
+                           painted ? BlockContents::kUnset : BlockContents::kZero);
     if (block == nullptr) return IsPackedRgbOrGray(d.format) ? E_FAIL : VED_E_OUTOFMEMORY;
     PaintNewBlock(target.picture, block);
   }

@@ -33,11 +33,12 @@ std::int32_t CZorSurfaceBuffer::GetPixels(std::uint8_t** out) {
   return result;
 }
 
-bool CZorSurfaceBuffer::AllocatePixels(std::int32_t bytes) noexcept {
+bool CZorSurfaceBuffer::AllocatePixels(std::int32_t bytes, BlockContents contents) noexcept {
   if (bytes < 1) return false;
   pixelBytes_ = bytes;
-  pixels_ = AllocatePixelBlock(CoveredBytes(description_, bytes), description_.width,
-                               description_.height, BlockContents::kZero);
+  const std::int64_t covered = CoveredBytes(description_, bytes);
+  pixels_ = AllocatePixelBlock(covered, description_.width, description_.height,
+                               covered == bytes ? contents : BlockContents::kZero);
   return pixels_ != nullptr;
 }
 

@@ -42,7 +42,9 @@ class CZorSurfaceBuffer final : public CZorSurface {
   /// Allocates the surface's own block. A value under 1 returns false and changes nothing.
   /// @param bytes the size that the surface reports; the block covers more where the description
   ///        says that later steps will touch more.
-  bool AllocatePixels(std::int32_t bytes) noexcept;
+  /// @param contents `kUnset` where the caller writes all of these bytes at once.
+  bool AllocatePixels(std::int32_t bytes,
+                      BlockContents contents = BlockContents::kZero) noexcept;
   /// Frees the block if the surface owns it.
   void FreePixels() noexcept;
 
