@@ -8,7 +8,9 @@ namespace {
 
 constexpr double kGuard = 1e-9;
 
-std::int32_t Trunc(double value) { return static_cast<std::int32_t>(value); }
+std::int32_t Trunc(double value) {
+  return static_cast<std::int32_t>(value);
+}
 
 /// A weight from a fraction: rounded to 255ths, cut to a byte, in all four bytes.
 std::uint32_t Weight(double fraction) {

@@ -147,12 +147,9 @@ inline constexpr std::uint8_t kBut4To3 = kAll & ~Bit(BoxPair::k4To3);
 inline constexpr std::uint8_t kBut4To4 = kAll & ~Bit(BoxPair::k4To4);
 
 inline constexpr PairRow kByShape[] = {
-    {5, 7, kAll, {false, {1, 1, 2, 1}, 6}},
-    {7, 10, kAll, {false, {1, 1, 2, 1}, 7}},
-    {3, 13, kBut4To3, {false, {1, 2}, 6}},
-    {7, 8, Bit(BoxPair::k3To3), {false, {3, 3}, 6}},
-    {14, 8, kAll, {false, {3, 3, 3}, 7}},
-    {12, 16, kBut4To4, {true, {2, 2, 2, 2}, 7}},
+    {5, 7, kAll, {false, {1, 1, 2, 1}, 6}}, {7, 10, kAll, {false, {1, 1, 2, 1}, 7}},
+    {3, 13, kBut4To3, {false, {1, 2}, 6}},  {7, 8, Bit(BoxPair::k3To3), {false, {3, 3}, 6}},
+    {14, 8, kAll, {false, {3, 3, 3}, 7}},   {12, 16, kBut4To4, {true, {2, 2, 2, 2}, 7}},
 };
 
 }  // namespace box_detail

@@ -17,28 +17,28 @@ namespace zor {
 struct BoxRow {
   const std::uint8_t* source;  ///< the box row's first source row
   std::int64_t sourceStride;
-  std::int32_t rows;             ///< of every box, 1 to 16
-  std::int32_t pixelBytes;       ///< of the source: 3 or 4
-  const std::uint32_t* counts;   ///< pixels across each box, 0 to 16
-  const std::int32_t* offsets;   ///< bytes of each box's first pixel in a row; a box of no pixels
-                                 ///< takes none, so those behind it read one place earlier
-  std::int32_t count;            ///< boxes
-  ByteRange memory;              ///< what may be read of the source; beyond it counts as 0
+  std::int32_t rows;               ///< of every box, 1 to 16
+  std::int32_t pixelBytes;         ///< of the source: 3 or 4
+  const std::uint32_t* counts;     ///< pixels across each box, 0 to 16
+  const std::int32_t* offsets;     ///< bytes of each box's first pixel in a row; a box of no pixels
+                                   ///< takes none, so those behind it read one place earlier
+  std::int32_t count;              ///< boxes
+  ByteRange memory;                ///< what may be read of the source; beyond it counts as 0
   const BoxReduction* reductions;  ///< by the pixels across, for this number of rows
 };
 
 /// Scratch of a row, from one allocation: sums of columns, then sums of boxes, in 16-bit lanes.
 struct BoxScratch {
-  std::uint16_t* columns;  ///< `BoxColumnLanes`
-  std::uint16_t* boxes;    ///< `BoxLanes`
+  std::uint16_t* columns;  ///< of the source row, and `kBoxSlack` more
+  std::uint16_t* boxes;    ///< four per box, and `kBoxSlack` more
 };
 
 /// Room behind each scratch row, so that whole vectors may be used there.
 inline constexpr std::int64_t kBoxSlack = 64;
 
-/// Writes 4 bytes per box to @p out, which has `kBoxSlack` bytes of room behind them: the four lanes
-/// of the average, each held to 255. Of a 3-byte source the fourth lane averages the first bytes of
-/// the pixels behind.
+/// Writes 4 bytes per box to @p out, which has `kBoxSlack` bytes of room behind them: the four
+/// lanes of the average, each held to 255. Of a 3-byte source the fourth lane averages the first
+/// bytes of the pixels behind.
 using BoxRowKernel = void (*)(std::uint8_t* out, const BoxRow& row,
                               const BoxScratch& scratch) noexcept;
 

@@ -3,8 +3,8 @@
 #pragma once
 
 /// @file
-/// The walk of a row of boxes over a vector policy; included by the vector forms only, each with its
-/// own policy, so that every copy is private to its file's instruction flags.
+/// The walk of a row of boxes over a vector policy; included by the vector forms only, each with
+/// its own policy, so that every copy is private to its file's instruction flags.
 ///
 /// A policy has a register type `V` of `kLanes` 16-bit lanes and:
 ///   Widen        kLanes bytes, each in a lane

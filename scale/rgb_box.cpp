@@ -39,14 +39,14 @@ class BoxScaler {
         unrolled_(maxStep_ <= kLargestUnrolled) {}
 
   void Run() {
-    const auto width = static_cast<std::uint64_t>(p_.target.width);
-    const auto columnLanes =
-        static_cast<std::uint64_t>(p_.source.width) * static_cast<std::uint64_t>(p_.source.bytesPerPixel) + 4;
-    WorkArray<std::uint16_t> scratch(
-        unrolled_ ? columnLanes + 4 * width + 2 * static_cast<std::uint64_t>(kBoxSlack) : 1);
-    WorkArray<std::uint8_t> bytes(unrolled_ ? 4 * width + static_cast<std::uint64_t>(kBoxSlack) : 1);
+    const std::int64_t columnLanes =
+        std::int64_t{p_.source.width} * p_.source.bytesPerPixel + 4 + kBoxSlack;
+    const std::int64_t boxLanes = 4 * std::int64_t{p_.target.width} + kBoxSlack;
+    WorkArray<std::uint16_t> scratch(unrolled_ ? static_cast<std::uint64_t>(columnLanes + boxLanes)
+                                               : 1);
+    WorkArray<std::uint8_t> bytes(unrolled_ ? static_cast<std::uint64_t>(boxLanes) : 1);
     if (!scratch || !bytes) return;
-    scratch_ = {scratch.data(), scratch.data() + columnLanes + kBoxSlack};
+    scratch_ = {scratch.data(), scratch.data() + columnLanes};
     bytes_ = bytes.data();
     const int level = static_cast<int>(InnerVectorLevel());
     kernel_ = kBoxRowForms[level];
@@ -174,6 +174,8 @@ class BoxScaler {
 
 }  // namespace
 
-void BoxScaleRows(const RgbPicture& picture) noexcept { BoxScaler(picture).Run(); }
+void BoxScaleRows(const RgbPicture& picture) noexcept {
+  BoxScaler(picture).Run();
+}
 
 }  // namespace zor

@@ -23,10 +23,9 @@ constexpr Regions kBilinear3To3 = {
     {{Shape::kCopyDoubled, Shape::kHorizontalOnly, Shape::kCopyDoubled},
      {Shape::kVerticalOnly, Shape::kFull, Shape::kVerticalOnly},
      {Shape::kCopyDoubled, Shape::kHorizontalOnly, Shape::kCopyDoubled}}};
-constexpr Regions kFadeMixed = {
-    {{Shape::kCornerTopLeft, Shape::kTopMiddle, Shape::kCopy},
-     {Shape::kMiddleLeft, Shape::kFull, Shape::kMiddleRight},
-     {Shape::kCornerBottomLeft, Shape::kBottomMiddle, Shape::kCopy}}};
+constexpr Regions kFadeMixed = {{{Shape::kCornerTopLeft, Shape::kTopMiddle, Shape::kCopy},
+                                 {Shape::kMiddleLeft, Shape::kFull, Shape::kMiddleRight},
+                                 {Shape::kCornerBottomLeft, Shape::kBottomMiddle, Shape::kCopy}}};
 constexpr Regions kBilinearMixed = {{{Shape::kCopy, Shape::kHorizontalOnly, Shape::kCopy},
                                      {Shape::kVerticalOnly, Shape::kFull, Shape::kVerticalOnly},
                                      {Shape::kCopy, Shape::kHorizontalOnly, Shape::kCopy}}};
@@ -110,9 +109,9 @@ class Interpolator {
     fast_ = run.count > 0 && p_.mode != SCALE_AREA;
     const std::int64_t rowBytes = std::int64_t{p_.source.width} * kFrom;
     if (fast_) {
-      planned_.Choose(nearest ? &RgbRowForm::pick : &RgbRowForm::across,
-                      {p_.across.offsets + run.start, p_.across.words + run.start, run.count,
-                       kFrom, rowBytes});
+      planned_.Choose(
+          nearest ? &RgbRowForm::pick : &RgbRowForm::across,
+          {p_.across.offsets + run.start, p_.across.words + run.start, run.count, kFrom, rowBytes});
     }
     const std::uint64_t wideRow = RoundUp(4 * std::int64_t{run.count}) + kLine;
     WorkArray<std::uint8_t> memory(RoundUp(planned_.bytes) + 3 * wideRow);
@@ -151,13 +150,10 @@ class Interpolator {
   }
 
   Lanes ValueAt(Shape shape, std::int32_t y, std::int32_t x) const {
-    return ShapeValue<kFrom>(shape, {p_.SourceRow(y) + p_.across.offsets[x], p_.source.stride,
-                                     p_.readable, background_, p_.across.words[x],
-                                     p_.down.words[y]});
+    return ShapeValue<kFrom>(
+        shape, {p_.SourceRow(y) + p_.across.offsets[x], p_.source.stride, p_.readable, background_,
+                p_.across.words[x], p_.down.words[y]});
   }
-
-  /// The fourth byte behind the last pixel of a run of 3-byte pixels.
-  void Spill(std::uint8_t* end, const Lanes& last) const { p_.Put(end, last.v[3]); }
 
   /// A run pixel by pixel.
   void Slow(std::int32_t y, Shape shape, RgbRun run) const {
@@ -169,7 +165,7 @@ class Interpolator {
       std::memcpy(out, value.v, 3);
       if (kTo == 4) out[3] = kFrom == 4 ? value.v[3] : 0;
     }
-    if (kTo == 3 && Spills(shape)) Spill(out, value);
+    if (kTo == 3 && Spills(shape)) p_.Put(out, value.v[3]);
   }
 
   /// The middle run of a row.
@@ -183,7 +179,7 @@ class Interpolator {
     }
     const std::uint8_t* row = p_.SourceRow(y);
     const std::uint32_t weight = shape == Shape::kFull ? p_.down.words[y] & 255 : 0;
-    Deliver(y, shape, run, Lerped(row, weight));
+    Deliver(y, run, Lerped(row, weight));
   }
 
   /// Four bytes a pixel of the middle run, worked across and down.
@@ -195,14 +191,14 @@ class Interpolator {
     return lerped_;
   }
 
-  void Deliver(std::int32_t y, Shape shape, RgbRun run, const std::uint8_t* pixels) {
+  /// Behind 3-byte pixels the right run follows, so that nothing of a fourth byte remains.
+  void Deliver(std::int32_t y, RgbRun run, const std::uint8_t* pixels) {
     std::uint8_t* out = p_.TargetRow(y) + std::int64_t{run.start} * kTo;
     if (kTo == 4) {
       std::memcpy(out, pixels, 4 * static_cast<std::size_t>(run.count));
-      return;
+    } else {
+      pack_(out, pixels, run.count);
     }
-    pack_(out, pixels, run.count);
-    Spill(out + 3 * std::int64_t{run.count}, ValueAt(shape, y, run.start + run.count - 1));
   }
 
   /// Rows of the middle band of 4-byte pictures whose row weight stands at an end, or whose width
@@ -221,7 +217,7 @@ class Interpolator {
     Slow(y, Edge(1, 0, y), p_.Left());
     if (const RgbRun run = p_.Middle(); run.count > 0) {
       if (atEnd) {
-        Deliver(y, Shape::kHorizontalOnly, run, cache_->Get(row));
+        Deliver(y, run, cache_->Get(row));
       } else {
         const std::int64_t at = 4 * std::int64_t{run.start};
         lerpBytes_(out + at, row + at, row + p_.source.stride + at,

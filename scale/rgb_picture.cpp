@@ -10,7 +10,9 @@
 namespace zor {
 namespace {
 
-bool IsBox(ScaleMode mode) { return mode == SCALE_BOX || mode == SCALE_BOX_FADE; }
+bool IsBox(ScaleMode mode) {
+  return mode == SCALE_BOX || mode == SCALE_BOX_FADE;
+}
 
 /// The memory of a picture that is walked from @p first on; what the caller knows of it, or the
 /// walk's own rows.
@@ -51,19 +53,18 @@ void ScaleRgb(const ScaleTarget& target, const ScaleSource& source, const ScaleA
   std::uint32_t* wordsDown = wordsAcross + 2 * width;
   auto* offsetsDown = reinterpret_cast<std::int32_t*>(wordsDown + height);
 
-  RgbPicture picture{
-      target,
-      source,
-      axes,
-      mode,
-      *background,
-      MemoryOf(source.memory, source.memoryEnd, source.pixels, source.stride, source.height,
-               std::int64_t{source.width} * source.bytesPerPixel),
-      MemoryOf(target.memory, target.memoryEnd, target.pixels, target.stride, target.height,
-               std::int64_t{target.width} * target.bytesPerPixel)};
-  AxisEdges across = BuildAxisTable(
-      target.width, source.width, wordsAcross, offsetsAcross, source.bytesPerPixel, axes.startX,
-      axes.stepX, mode == SCALE_ROW_PAIRS ? SCALE_BILINEAR : mode);
+  RgbPicture picture{target,
+                     source,
+                     axes,
+                     mode,
+                     *background,
+                     MemoryOf(source.memory, source.memoryEnd, source.pixels, source.stride,
+                              source.height, std::int64_t{source.width} * source.bytesPerPixel),
+                     MemoryOf(target.memory, target.memoryEnd, target.pixels, target.stride,
+                              target.height, std::int64_t{target.width} * target.bytesPerPixel)};
+  AxisEdges across =
+      BuildAxisTable(target.width, source.width, wordsAcross, offsetsAcross, source.bytesPerPixel,
+                     axes.startX, axes.stepX, mode == SCALE_ROW_PAIRS ? SCALE_BILINEAR : mode);
   AxisEdges down = BuildAxisTable(target.height, source.height, wordsDown, offsetsDown,
                                   source.stride, axes.startY, axes.stepY, mode);
   SettleAcross(target, source, &across);

@@ -3,8 +3,8 @@
 #pragma once
 
 /// @file
-/// What the modes of a 3- or 4-byte picture share: the call's pictures, its tables and the runs that
-/// its rows are cut into.
+/// What the modes of a 3- or 4-byte picture share: the call's pictures, its tables and the runs
+/// that its rows are cut into.
 
 #include <cstdint>
 
@@ -34,8 +34,8 @@ struct RgbPicture {
   const ScaleAxes& axes;
   ScaleMode mode;
   std::uint32_t background;
-  ByteRange readable;   ///< the source's memory
-  ByteRange writable;   ///< the target's memory
+  ByteRange readable;  ///< the source's memory
+  ByteRange writable;  ///< the target's memory
   RgbAxis across{};
   RgbAxis down{};
 

@@ -48,6 +48,8 @@ inline constexpr const RgbRowForm* kRgbRowForms[] = {&kRgbRowsPlain, &kRgbRowsAv
                                                      &kRgbRowsAvx512};
 
 /// @return the place in `kRgbRowForms` of the widest form that may run at @p level.
-constexpr int WidestRgbRowForm(VectorLevel level) { return static_cast<int>(level); }
+constexpr int WidestRgbRowForm(VectorLevel level) {
+  return static_cast<int>(level);
+}
 
 }  // namespace zor

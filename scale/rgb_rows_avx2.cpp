@@ -9,7 +9,9 @@
 namespace zor {
 namespace {
 
-std::int64_t NoPlan(const RgbColumns&) noexcept { return 0; }
+std::int64_t NoPlan(const RgbColumns&) noexcept {
+  return 0;
+}
 void MakeNoPlan(const RgbColumns&, std::uint8_t*) noexcept {}
 
 /// Columns, from the first on, whose pixel can be read @p bytes wide inside of the row.
@@ -32,11 +34,11 @@ void Pick(std::uint8_t* out, const std::uint8_t* row, const RgbColumns& columns,
   std::int32_t i = 0;
   for (; i + 8 <= wide; i += 8) {
     const std::int32_t* at = columns.offsets + i;
-    const __m256i pixels =
-        _mm256_setr_epi32(static_cast<int>(Load32(row + at[0])), static_cast<int>(Load32(row + at[1])),
-                          static_cast<int>(Load32(row + at[2])), static_cast<int>(Load32(row + at[3])),
-                          static_cast<int>(Load32(row + at[4])), static_cast<int>(Load32(row + at[5])),
-                          static_cast<int>(Load32(row + at[6])), static_cast<int>(Load32(row + at[7])));
+    const __m256i pixels = _mm256_setr_epi32(
+        static_cast<int>(Load32(row + at[0])), static_cast<int>(Load32(row + at[1])),
+        static_cast<int>(Load32(row + at[2])), static_cast<int>(Load32(row + at[3])),
+        static_cast<int>(Load32(row + at[4])), static_cast<int>(Load32(row + at[5])),
+        static_cast<int>(Load32(row + at[6])), static_cast<int>(Load32(row + at[7])));
     _mm256_storeu_si256(reinterpret_cast<__m256i*>(out + 4 * i),
                         _mm256_and_si256(pixels, _mm256_set1_epi32(static_cast<int>(keep))));
   }
@@ -56,8 +58,8 @@ ZOR_ALWAYS_INLINE __m256i LoadPairs(const std::uint8_t* first, const std::uint8_
                                     _mm_loadl_epi64(reinterpret_cast<const __m128i*>(second)));
   if (kBytes == 3) {
     // b0 b1 b2 c0 c1 c2 .. -> b0 b1 b2 0 c0 c1 c2 0
-    both = _mm_shuffle_epi8(
-        both, _mm_setr_epi8(0, 1, 2, -1, 3, 4, 5, -1, 8, 9, 10, -1, 11, 12, 13, -1));
+    both = _mm_shuffle_epi8(both,
+                            _mm_setr_epi8(0, 1, 2, -1, 3, 4, 5, -1, 8, 9, 10, -1, 11, 12, 13, -1));
   }
   return _mm256_cvtepu8_epi16(both);
 }
@@ -82,11 +84,11 @@ void AcrossRow(std::uint8_t* out, const std::uint8_t* row, const RgbColumns& col
     const __m256i b = _mm256_mullo_epi16(LoadPairs<kBytes>(row + at[2], row + at[3]),
                                          PairWeights(columns.words + i + 2));
     // a: a0p a0q | a1p a1q, b likewise -> 0 2 | 1 3
-    const __m256i sum =
-        _mm256_add_epi16(_mm256_unpacklo_epi64(a, b), _mm256_unpackhi_epi64(a, b));
+    const __m256i sum = _mm256_add_epi16(_mm256_unpacklo_epi64(a, b), _mm256_unpackhi_epi64(a, b));
     const __m256i bytes = _mm256_packus_epi16(_mm256_srli_epi16(sum, 8), _mm256_setzero_si256());
     // pixels 0 2 - - | 1 3 - - -> 0 1 2 3
-    const __m256i ordered = _mm256_permutevar8x32_epi32(bytes, _mm256_setr_epi32(0, 4, 1, 5, 0, 0, 0, 0));
+    const __m256i ordered =
+        _mm256_permutevar8x32_epi32(bytes, _mm256_setr_epi32(0, 4, 1, 5, 0, 0, 0, 0));
     _mm_storeu_si128(reinterpret_cast<__m128i*>(out + 4 * i), _mm256_castsi256_si128(ordered));
   }
   for (; i < columns.count; ++i) {
@@ -109,9 +111,9 @@ void Pack(std::uint8_t* out, const std::uint8_t* in, std::int32_t count) noexcep
   // 12 of 16 bytes a store: the four behind them belong to the next pixels.
   for (; i + 6 <= count; i += 4) {
     const __m128i four = _mm_loadu_si128(reinterpret_cast<const __m128i*>(in + 4 * i));
-    _mm_storeu_si128(
-        reinterpret_cast<__m128i*>(out + 3 * i),
-        _mm_shuffle_epi8(four, _mm_setr_epi8(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, -1, -1, -1, -1)));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(out + 3 * i),
+                     _mm_shuffle_epi8(four, _mm_setr_epi8(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14,
+                                                          -1, -1, -1, -1)));
   }
   for (; i < count; ++i) {
     out[3 * i] = in[4 * i];

@@ -9,8 +9,8 @@
 namespace zor {
 namespace {
 
-constexpr std::int32_t kBlock = 16;         // columns
-constexpr std::int64_t kWindow = 128;       // source bytes that a block picks from
+constexpr std::int32_t kBlock = 16;    // columns
+constexpr std::int64_t kWindow = 128;  // source bytes that a block picks from
 constexpr std::uint64_t kColourBytes = 0x7777777777777777ull;  // three of every four
 
 /// What one block of columns takes from a window of the row that starts at `base`.
@@ -43,7 +43,9 @@ ZOR_ALWAYS_INLINE std::int64_t PlanBytes(const RgbColumns& c, std::int64_t reach
   return static_cast<std::int64_t>(sizeof(Block)) * Blocks(c);
 }
 
-std::int64_t PickPlanBytes(const RgbColumns& c) noexcept { return PlanBytes(c, c.pixelBytes); }
+std::int64_t PickPlanBytes(const RgbColumns& c) noexcept {
+  return PlanBytes(c, c.pixelBytes);
+}
 std::int64_t AcrossPlanBytes(const RgbColumns& c) noexcept {
   return PlanBytes(c, 2 * c.pixelBytes);
 }
@@ -127,9 +129,9 @@ void Across(std::uint8_t* out, const std::uint8_t* row, const RgbColumns& c,
     const __m512i p = window.At(index, keep);
     const __m512i q = window.At(_mm512_add_epi8(index, next), keep);
     const std::uint32_t* words = c.words + b * kBlock;
-    const __m512i w = left >= kBlock
-                          ? _mm512_loadu_si512(words)
-                          : _mm512_maskz_loadu_epi32(static_cast<__mmask16>((1u << left) - 1), words);
+    const __m512i w =
+        left >= kBlock ? _mm512_loadu_si512(words)
+                       : _mm512_maskz_loadu_epi32(static_cast<__mmask16>((1u << left) - 1), words);
     const __m512i low = LerpLanes(_mm512_unpacklo_epi8(p, zero), _mm512_unpacklo_epi8(q, zero),
                                   _mm512_unpacklo_epi8(w, zero));
     const __m512i high = LerpLanes(_mm512_unpackhi_epi8(p, zero), _mm512_unpackhi_epi8(q, zero),

@@ -9,7 +9,9 @@
 namespace zor {
 namespace {
 
-std::int64_t NoPlan(const RgbColumns&) noexcept { return 0; }
+std::int64_t NoPlan(const RgbColumns&) noexcept {
+  return 0;
+}
 void MakeNoPlan(const RgbColumns&, std::uint8_t*) noexcept {}
 
 void Pick(std::uint8_t* out, const std::uint8_t* row, const RgbColumns& columns,

@@ -27,20 +27,20 @@ struct Lanes {
 /// What a region's pixel is made of. p and q are the pixels at a column's offset and behind it on
 /// the row, s and t those on the next row; wx is the column's weight, wy the row's.
 enum class Shape : std::uint8_t {
-  kCopy,             ///< p
-  kCopyDoubled,      ///< p's bytes as (b0, b0, b1)
-  kCorner,           ///< lerp(bg, p, wx wy >> 8)
-  kCornerTopLeft,    ///< two by two with p at the lower right and background elsewhere
-  kCornerBottomLeft, ///< two by two with p at the upper right
-  kTopMiddle,        ///< two by two with p, q below
-  kBottomMiddle,     ///< two by two with p, q above
-  kMiddleLeft,       ///< two by two with p, s on the right
-  kMiddleRight,      ///< two by two with p, s on the left
-  kEdgeH,            ///< lerp(bg, lerp(p, q, wx), wy)
-  kEdgeVRight,       ///< lerp(bg, lerp(p, s, wy), wx)
-  kFull,             ///< lerp(lerp(p, q, wx), lerp(s, t, wx), wy)
-  kHorizontalOnly,   ///< lerp(p, q, wx)
-  kVerticalOnly      ///< lerp(p, s, wy)
+  kCopy,              ///< p
+  kCopyDoubled,       ///< p's bytes as (b0, b0, b1)
+  kCorner,            ///< lerp(bg, p, wx wy >> 8)
+  kCornerTopLeft,     ///< two by two with p at the lower right and background elsewhere
+  kCornerBottomLeft,  ///< two by two with p at the upper right
+  kTopMiddle,         ///< two by two with p, q below
+  kBottomMiddle,      ///< two by two with p, q above
+  kMiddleLeft,        ///< two by two with p, s on the right
+  kMiddleRight,       ///< two by two with p, s on the left
+  kEdgeH,             ///< lerp(bg, lerp(p, q, wx), wy)
+  kEdgeVRight,        ///< lerp(bg, lerp(p, s, wy), wx)
+  kFull,              ///< lerp(lerp(p, q, wx), lerp(s, t, wx), wy)
+  kHorizontalOnly,    ///< lerp(p, q, wx)
+  kVerticalOnly       ///< lerp(p, s, wy)
 };
 
 /// @return whether a shape stores the fourth byte behind a 3-byte pixel.

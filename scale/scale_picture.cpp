@@ -15,7 +15,7 @@ struct Route {
   std::int32_t sourceBytes;
   std::int32_t targetBytes;
   void (*scale)(const ScaleTarget&, const ScaleSource&, const ScaleAxes&, ScaleMode,
-                const std::uint32_t* background) noexcept;  ///< null: the pair isn't served
+                const std::uint32_t* background) noexcept;
   bool hasArea;  ///< exact area where the source is larger, boxes elsewhere
   bool anyMode;  ///< also takes modes beyond `SCALE_AREA`
 };
@@ -26,7 +26,7 @@ void Gray(const ScaleTarget& target, const ScaleSource& source, const ScaleAxes&
 }
 
 constexpr Route kRoutes[] = {
-    {1, 1, Gray, true, true},      {3, 3, ScaleRgb, true, false}, {3, 4, ScaleRgb, false, false},
+    {1, 1, Gray, true, true},       {3, 3, ScaleRgb, true, false}, {3, 4, ScaleRgb, false, false},
     {4, 3, ScaleRgb, false, false}, {4, 4, ScaleRgb, true, false},
 };
 
@@ -68,7 +68,7 @@ void ScalePicture(const ScaleTarget& target, const ScaleSource& source, const Sc
     // The ratio has been looked at already, so boxes of less than two pixels come about.
     mode = SCALE_BOX;
   }
-  if (route->scale != nullptr) route->scale(target, source, axes, mode, background);
+  route->scale(target, source, axes, mode, background);
 }
 
 }  // namespace zor

@@ -5,6 +5,10 @@ list(APPEND ZOR_CORE_SOURCES
   scale/area_rows_avx512.cpp
   scale/area_rows_plain.cpp
   scale/area_rows_sse2.cpp
+  scale/axis_table.cpp
+  scale/box_rows_avx2.cpp
+  scale/box_rows_avx512.cpp
+  scale/box_rows_sse2.cpp
   scale/gray.cpp
   scale/gray_rows_avx2.cpp
   scale/gray_rows_avx512.cpp
@@ -16,17 +20,13 @@ list(APPEND ZOR_CORE_SOURCES
   scale/packed_rows_avx512.cpp
   scale/packed_rows_plain.cpp
   scale/planar.cpp
-  scale/scale_picture.cpp
-  scale/sharpen.cpp
-  scale/stretch.cpp
-  scale/axis_table.cpp
-  scale/box_rows_avx2.cpp
-  scale/box_rows_avx512.cpp
-  scale/box_rows_sse2.cpp
   scale/rgb_box.cpp
   scale/rgb_interpolate.cpp
   scale/rgb_picture.cpp
   scale/rgb_rows_avx2.cpp
   scale/rgb_rows_avx512.cpp
   scale/rgb_rows_plain.cpp
+  scale/scale_picture.cpp
+  scale/sharpen.cpp
+  scale/stretch.cpp
 )

@@ -49,6 +49,13 @@ void PaintBands(const RECT& rect, std::int32_t width, std::int32_t height, Paint
   for (const RECT& band : bands) paint(band);
 }
 
+/// @return the bytes of a packed picture: whole strides, or more where its last row is longer.
+std::int64_t PackedBytes(std::uint32_t width, std::int32_t height, std::int32_t stride,
+                         std::int32_t bytesPerPixel) noexcept {
+  const std::int64_t row = std::int64_t{width} * bytesPerPixel;
+  return (std::int64_t{height} - 1) * stride + std::max<std::int64_t>(row, stride);
+}
+
 /// Where the planes of a picture stand, from its first byte on.
 struct PlaneOffsets {
   std::int64_t first;
@@ -107,9 +114,13 @@ std::uint32_t StretchRgb(std::uint8_t* target, std::uint32_t targetWidth, std::i
     std::uint8_t* start = target + to.top * targetStride + to.left * targetBytes;
     if (turnedOver) start += (std::int64_t{to.height} - 1) * targetStride;
     const ScaleTarget scaleTarget{start, to.width, to.height,
-                                  turnedOver ? -targetStride : targetStride, targetBytes};
-    const ScaleSource scaleSource{source + from.top * sourceStride + from.left * sourceBytes,
-                                  from.width, from.height, sourceStride, sourceBytes};
+                                  turnedOver ? -targetStride : targetStride, targetBytes, target,
+                                  target + PackedBytes(targetWidth, targetHeight, targetStride,
+                                                       targetBytes)};
+    const ScaleSource scaleSource{
+        source + from.top * sourceStride + from.left * sourceBytes, from.width, from.height,
+        sourceStride, sourceBytes, source,
+        source + PackedBytes(sourceWidth, sourceHeight, sourceStride, sourceBytes)};
     const ScaleAxes axes{0.0, static_cast<double>(from.width) / to.width, 0.0,
                          static_cast<double>(from.height) / to.height};
     ScalePicture(scaleTarget, scaleSource, axes, mode, nullptr);
