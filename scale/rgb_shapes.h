@@ -122,11 +122,8 @@ Lanes ShapeValue(Shape shape, const ShapeInput& in) {
       return LerpLanes(bg, LerpLanes(p, load(in.stride), in.wy), in.wx);
     case Shape::kFull:
       return twoByTwo(p, load(kBytes), load(in.stride), load(in.stride + kBytes));
-    case Shape::kHorizontalOnly: {
-      Lanes q = load(kBytes);
-      if (kBytes == 3) q.v[3] = 0;  // read from one byte earlier and shifted, to stay in the row
-      return LerpLanes(p, q, in.wx);
-    }
+    case Shape::kHorizontalOnly:
+      return LerpLanes(p, load(kBytes), in.wx);
     case Shape::kVerticalOnly:
       break;
   }

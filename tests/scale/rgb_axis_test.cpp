@@ -91,7 +91,7 @@ INSTANTIATE_TEST_SUITE_P(All, AxisTable, testing::Range(0u, 7u),
                            return "Mode" + std::to_string(info.param);
                          });
 
-// --- Tables worked out by hand ----------------------------------------------------------------
+// --- Tables worked out by hand ---------------------------------------------------------
 
 TEST(AxisTableByHand, NearestTakesTheMiddleOfEachPosition) {
   // Positions 0.75, 2.25, 3.75, 5.25 of 6.

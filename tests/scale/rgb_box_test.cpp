@@ -12,8 +12,7 @@
 namespace zor::test {
 namespace {
 
-// --- Kernels
-// --------------------------------------------------------------------------------------
+// --- Kernels ---------------------------------------------------------------------------
 
 /// Scales by whole steps without the core's look at the ratio, so that boxes of one row or column
 /// come about too.
@@ -111,8 +110,7 @@ TEST(BoxKernels, SixteenRowsByAnyColumnsReduceByTheirSequence) {
   }
 }
 
-// --- Pictures
-// -------------------------------------------------------------------------------------
+// --- Pictures --------------------------------------------------------------------------
 
 std::vector<std::uint8_t> ScaleWhite(const RgbPair& pair, int sw, int sh, int dw, int dh,
                                      ScaleMode mode, std::uint8_t before = 9) {

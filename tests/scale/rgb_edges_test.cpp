@@ -254,7 +254,7 @@ TEST(RgbEdges, RefusedMemoryLeavesTheTargetAsItWas) {
   }
 }
 
-// --- Rectangles -------------------------------------------------------------------------------
+// --- Rectangles ------------------------------------------------------------------------
 
 RECT Rect(int left, int top, int right, int bottom) {
   return RECT{left, top, right, bottom};

@@ -93,7 +93,7 @@ class Walk {
     }
   }
 
-  // --- Interpolation ---------------------------------------------------------------------------
+  // --- Interpolation -------------------------------------------------------------------
 
   Pixel P(int y, int x) const { return Load(SourceAt(y) + AcrossPlace(x)); }
   Pixel Q(int y, int x) const { return Load(SourceAt(y) + AcrossPlace(x) + s_.channels); }
@@ -205,7 +205,7 @@ class Walk {
     for (int i = 0; i < right_; ++i) Region(band, 'r', y, across_.last + i);
   }
 
-  // --- Boxes -----------------------------------------------------------------------------------
+  // --- Boxes ---------------------------------------------------------------------------
 
   void BoxRow(int y) const {
     const auto largest = std::max(std::trunc(axes_.stepX), std::trunc(axes_.stepY));

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: BSD-2-Clause
+// Copyright (c) 2026, The ZorSurface authors
+#pragma once
+
+/// @file
+/// What the benchmarks of the scalers share: buffers and rows of the table.
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace zor::bench {
+
+/// Bytes at an alignment of 64.
+class Pixels {
+ public:
+  explicit Pixels(std::size_t bytes)
+      : data_(static_cast<std::uint8_t*>(std::aligned_alloc(64, (bytes + 127) / 64 * 64))) {
+    std::uint32_t state = 1;
+    for (std::size_t i = 0; i < bytes; ++i) {
+      state = state * 1664525 + 1013904223;
+      data_[i] = static_cast<std::uint8_t>((i >> 3) + (state >> 27));
+    }
+  }
+  ~Pixels() { std::free(data_); }
+  Pixels(const Pixels&) = delete;
+  Pixels& operator=(const Pixels&) = delete;
+  std::uint8_t* data() const { return data_; }
+
+ private:
+  std::uint8_t* data_;
+};
+
+using Work = std::function<void(std::uint8_t* target, std::uint8_t* source)>;
+
+/// Adds a row. It runs over as many pairs of buffers as pass @p spread bytes, so that a large
+/// spread comes from and goes to memory. A contestant without work has no row.
+inline void Register(const std::string& name, const Work& work, std::size_t sourceBytes,
+                     std::size_t targetBytes, std::size_t spread) {
+  if (work == nullptr) return;
+  benchmark::RegisterBenchmark(
+      name.c_str(),
+      [=](benchmark::State& state) {
+        const std::size_t pair = sourceBytes + targetBytes;
+        const std::size_t most = std::max(sourceBytes, targetBytes);
+        std::vector<std::unique_ptr<Pixels>> sources;
+        std::vector<std::unique_ptr<Pixels>> targets;
+        do {
+          sources.push_back(std::make_unique<Pixels>(most));
+          targets.push_back(std::make_unique<Pixels>(most));
+        } while (sources.size() * pair < spread);
+        std::size_t turn = 0;
+        for (auto _ : state) {
+          work(targets[turn]->data(), sources[turn]->data());
+          turn = (turn + 1) % sources.size();
+        }
+        state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) *
+                                static_cast<std::int64_t>(pair));
+      })
+      ->Unit(benchmark::kMicrosecond)
+      ->MinTime(0.05);
+}
+
+}  // namespace zor::bench
