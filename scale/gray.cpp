@@ -163,7 +163,8 @@ class GrayScaler {
     if (width_ == source_.width) {
       CopyRow(y);
     } else if (y > 0 && tables_->RowOffset(y) == tables_->RowOffset(y - 1)) {
-      std::memcpy(TargetRow(y), TargetRow(y - 1), static_cast<std::size_t>(width_));
+      // Rows lie over each other where the target's stride is smaller than a row.
+      std::memmove(TargetRow(y), TargetRow(y - 1), static_cast<std::size_t>(width_));
     } else {
       PickRow(y);
     }

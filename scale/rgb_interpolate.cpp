@@ -233,7 +233,8 @@ class Interpolator {
     const std::uint8_t* row = p_.SourceRow(y);
     const auto width = static_cast<std::size_t>(p_.target.width);
     if (y > 0 && p_.down.offsets[y] == p_.down.offsets[y - 1]) {
-      std::memcpy(out, p_.TargetRow(y - 1), kTo * width);
+      // Rows lie over each other where the target's stride is smaller than a row.
+      std::memmove(out, p_.TargetRow(y - 1), kTo * width);
     } else if (SameWidth()) {
       Repack(out, row, width);
     } else if (kTo == 4) {

@@ -205,6 +205,15 @@ TEST(ResizeNow, ASurfaceThatIsItsOwnMaskIsResizedOnce) {
   other->SetMask(MakeBlank(Describe(4, 4, FORMAT_GRAY8)).get());
 }
 
+TEST(RotateNow, ASurfaceThatIsItsOwnMaskIsTurnedOnce) {
+  const HeldSurface surface = MakeEven(Describe(8, 4, FORMAT_GRAY8), 200);
+  surface->SetMask(surface.get());
+  EXPECT_EQ(surface->RotateNow(90), VED_OK);
+  EXPECT_EQ(DescriptionOf(surface.get()).width, 4);
+  EXPECT_EQ(DescriptionOf(surface.get()).height, 8);
+  surface->SetMask(MakeBlank(Describe(4, 4, FORMAT_GRAY8)).get());
+}
+
 TEST(ResizeNow, WithoutPixelsOrWithoutASizeIsInvalidAndChangesNothing) {
   const HeldSurface empty = MakeRaw(Describe(8, 8, FORMAT_RGB24), 0);
   EXPECT_EQ(empty->ResizeNow(8, 8, 0, 0), VED_E_INVALIDARG);
