@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "convert/row_pairs.h"
 #include "convert/streaming.h"
 #include "platform/compiler.h"
 
@@ -47,18 +48,11 @@ struct RowDrift {
 template <class Source, class Convert>
 ZOR_ALWAYS_INLINE void WalkPackedRows(const PackedPicture<Source>& picture, const RowDrift& drift,
                                       const Convert& convert) noexcept {
-  std::int32_t height = picture.height;
-  Source* source = picture.source;
-  std::ptrdiff_t sourceStride = picture.sourceStride;
-  if (height < 0) {
-    height = -height;
-    source += (height - 1) * sourceStride;
-    sourceStride = -sourceStride;
-  }
+  const WalkedRows<Source> source(picture.source, picture.sourceStride, picture.height);
   const std::ptrdiff_t targetStep = picture.targetStride - drift.target;
-  const std::ptrdiff_t sourceStep = sourceStride - drift.source;
-  for (std::ptrdiff_t y = 0; y < height; ++y) {
-    convert(picture.target + y * targetStep, source + y * sourceStep);
+  const std::ptrdiff_t sourceStep = source.stride - drift.source;
+  for (std::ptrdiff_t y = 0; y < source.height; ++y) {
+    convert(picture.target + y * targetStep, source.first + y * sourceStep);
   }
 }
 

@@ -57,7 +57,7 @@ ZOR_ALWAYS_INLINE void ConvertGroup(const RgbToYuv420Pair& rows, std::int32_t x)
 
 /// Converts with MMX all row pairs in front of @p scalarFrom, and the others by the statement.
 template <class Pixel>
-ZOR_ALWAYS_INLINE void Convert(const RgbToYuv420Picture& picture, std::int32_t scalarFrom) {
+ZOR_ALWAYS_INLINE void Convert(const ToPlanes& picture, std::int32_t scalarFrom) {
   WalkRgbToYuv420<Pixel>(
       picture, [scalarFrom](const RgbToYuv420Pair& rows, std::int32_t columns, std::int32_t pair) {
         if (pair >= scalarFrom) return std::int32_t{0};

@@ -9,7 +9,7 @@ namespace zor {
 namespace {
 
 template <class Pixel>
-void Convert(const RgbToYuv420Picture& picture) noexcept {
+void Convert(const ToPlanes& picture) noexcept {
   WalkRgbToYuv420<Pixel>(
       picture, [](const RgbToYuv420Pair&, std::int32_t, std::int32_t) { return std::int32_t{0}; });
 }

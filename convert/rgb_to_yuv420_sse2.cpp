@@ -76,7 +76,7 @@ constexpr RowsByLevel<RgbToYuv420Rows> kRows24 = {
 
 template <class Pixel>
 void Convert(const RowsByLevel<RgbToYuv420Rows>& byLevel,
-             const RgbToYuv420Picture& picture) noexcept {
+             const ToPlanes& picture) noexcept {
   const VectorLevel widest = InnerVectorLevel();
   const bool stream = PlanesArePastCaches(picture.luma, picture.u, picture.v, picture.lumaStride,
                                           picture.chromaStride, picture.width, picture.height);

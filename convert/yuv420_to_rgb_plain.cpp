@@ -9,7 +9,7 @@ namespace zor {
 namespace {
 
 template <class Pixel>
-void Convert(const Yuv420ToRgbPicture& picture) noexcept {
+void Convert(const FromPlanes& picture) noexcept {
   WalkYuv420ToRgb<Pixel>(picture, [](const Yuv420ToRgbPair& rows, std::int32_t columns) {
     for (std::int32_t x = 0; x < columns; x += 2) ConvertColumns<Pixel>(rows, x);
   });

@@ -88,7 +88,7 @@ constexpr RowsByLevel<Yuv420ToRgbRow> kRows24 = {
     {ConvertRow, Yuv420ToRgb24RowAvx2, Yuv420ToRgb24RowAvx512}};
 
 template <class Pixel>
-bool WritesPastCaches(const Yuv420ToRgbPicture& picture) {
+bool WritesPastCaches(const FromPlanes& picture) {
   return (picture.width & 1) == 0 &&
          RowsArePastCaches(picture.target, picture.targetStride,
                            std::int64_t{picture.width} * Pixel::kBytes, picture.height);
@@ -113,7 +113,7 @@ void ConvertYuv420ToRgb32Sse2(std::uint8_t* target, std::int32_t targetStride,
                               const std::uint8_t* v, std::int32_t lumaStride,
                               std::int32_t chromaStride, std::int32_t width,
                               std::int32_t height) noexcept {
-  const Yuv420ToRgbPicture picture = {target,     targetStride, luma,  u,     v,
+  const FromPlanes picture = {target,     targetStride, luma,  u,     v,
                                       lumaStride, chromaStride, width, height};
   const VectorLevel widest = InnerVectorLevel();
   const bool stream = WritesPastCaches<Rgb32>(picture);
@@ -131,9 +131,9 @@ void ConvertYuv420ToRgb24Sse2(std::uint8_t* target, std::int32_t targetStride,
                               const std::uint8_t* v, std::int32_t lumaStride,
                               std::int32_t chromaStride, std::int32_t width,
                               std::int32_t height) noexcept {
-  const Yuv420ToRgbPicture picture = {target,     targetStride, luma,  u,     v,
+  const FromPlanes picture = {target,     targetStride, luma,  u,     v,
                                       lumaStride, chromaStride, width, height};
-  const Yuv420ToRgbTarget walked(picture);
+  const WalkedRows<std::uint8_t> walked(target, targetStride, height);
   const VectorLevel widest = InnerVectorLevel();
   const bool stream = WritesPastCaches<Rgb24>(picture);
   const std::ptrdiff_t drift = width & 1;  // each next row starts one pixel further left

@@ -6,22 +6,10 @@
 /// The walk over the row pairs of a picture from YUY2 to YUV 4:2:0, and the statement of a pair of
 /// columns.
 
+#include "convert/row_pairs.h"
 #include "convert/row_triple.h"
 
 namespace zor {
-
-/// The operands of a kernel.
-struct Yuy2ToYuv420Picture {
-  std::uint8_t* luma;
-  std::uint8_t* u;
-  std::uint8_t* v;
-  std::int32_t lumaStride;
-  std::int32_t chromaStride;
-  const std::uint8_t* source;
-  std::int32_t sourceStride;
-  std::int32_t width;
-  std::int32_t height;
-};
 
 /// Two rows of the source and what they become.
 struct Yuy2ToYuv420Pair {
@@ -48,36 +36,19 @@ ZOR_ALWAYS_INLINE void ConvertColumns(const Yuy2ToYuv420Pair& rows, std::int32_t
 /// Calls `convert(rows, columns)` for every pair of rows and converts by the statement what columns
 /// it leaves. It returns how many it did, an even number.
 template <class Convert>
-ZOR_ALWAYS_INLINE void WalkYuy2ToYuv420(const Yuy2ToYuv420Picture& picture,
-                                        const Convert& convert) noexcept {
-  const std::uint8_t* source = picture.source;
-  std::ptrdiff_t sourceStride = picture.sourceStride;
-  std::int32_t height = picture.height;
-  if (height < 0) {
-    height = -height;
-    source += (height - 1) * sourceStride;
-    sourceStride = -sourceStride;
-  }
-  const std::ptrdiff_t lumaStride = picture.lumaStride;
-  const std::ptrdiff_t chromaStride = picture.chromaStride;
-  const std::ptrdiff_t drift = picture.width & 1;
-  const std::int32_t columns = picture.width & ~1;
-  const std::ptrdiff_t pairs = height / 2;
-
-  for (std::ptrdiff_t pair = 0; pair < pairs; ++pair) {
-    const bool first = pair == 0;
-    const bool last = pair == pairs - 1;
-    std::uint8_t* luma = picture.luma + pair * (2 * lumaStride - drift);
+ZOR_ALWAYS_INLINE void WalkYuy2ToYuv420(const ToPlanes& picture, const Convert& convert) noexcept {
+  WalkRowPairs<2>(picture, [&](const auto& pair) {
     Yuy2ToYuv420Pair rows = {{},
-                             {luma, luma + lumaStride},
-                             picture.u + pair * chromaStride,
-                             picture.v + pair * chromaStride,
-                             first && last,
-                             !first && !last};
-    PlanPair(rows.source, source + pair * (2 * sourceStride - 2 * drift), sourceStride, first,
-             last);
-    for (std::int32_t x = convert(rows, columns); x < columns; x += 2) ConvertColumns(rows, x);
-  }
+                             {pair.luma, pair.luma + pair.lumaStride},
+                             pair.u,
+                             pair.v,
+                             pair.first && pair.last,
+                             !pair.first && !pair.last};
+    PlanPair(rows.source, pair.packed, pair.packedStride, pair.first, pair.last);
+    for (std::int32_t x = convert(rows, pair.columns); x < pair.columns; x += 2) {
+      ConvertColumns(rows, x);
+    }
+  });
 }
 
 }  // namespace zor
