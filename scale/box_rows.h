@@ -13,16 +13,27 @@
 
 namespace zor {
 
+/// The boxes across a picture's rows.
+struct BoxRun {
+  const std::uint32_t* counts;  ///< pixels across each box, 0 to 16
+  const std::int32_t* offsets;  ///< bytes of each box's first pixel in a row; a box of no pixels
+                                ///< takes none, so those behind it read one place earlier
+  std::int32_t count;           ///< boxes
+  std::int32_t pixelBytes;      ///< of the source: 3 or 4
+  std::int64_t first;           ///< bytes of a row that the boxes read, from here
+  std::int64_t end;             ///< to here; the last pixel is read four bytes wide
+  std::uint32_t alike;  ///< pixels across every box if they are alike and side by side, or 0
+};
+
+/// @return the run with what follows from its boxes.
+BoxRun PlanBoxes(const std::uint32_t* counts, const std::int32_t* offsets, std::int32_t count,
+                 std::int32_t pixelBytes) noexcept;
+
 /// One destination row of boxes.
 struct BoxRow {
   const std::uint8_t* source;  ///< the box row's first source row
   std::int64_t sourceStride;
   std::int32_t rows;               ///< of every box, 1 to 16
-  std::int32_t pixelBytes;         ///< of the source: 3 or 4
-  const std::uint32_t* counts;     ///< pixels across each box, 0 to 16
-  const std::int32_t* offsets;     ///< bytes of each box's first pixel in a row; a box of no pixels
-                                   ///< takes none, so those behind it read one place earlier
-  std::int32_t count;              ///< boxes
   ByteRange memory;                ///< what may be read of the source; beyond it counts as 0
   const BoxReduction* reductions;  ///< by the pixels across, for this number of rows
 };
@@ -39,12 +50,15 @@ inline constexpr std::int64_t kBoxSlack = 64;
 /// Writes 4 bytes per box to @p out, which has `kBoxSlack` bytes of room behind them: the four
 /// lanes of the average, each held to 255. Of a 3-byte source the fourth lane averages the first
 /// bytes of the pixels behind.
-using BoxRowKernel = void (*)(std::uint8_t* out, const BoxRow& row,
+using BoxRowKernel = void (*)(std::uint8_t* out, const BoxRow& row, const BoxRun& run,
                               const BoxScratch& scratch) noexcept;
 
-void BoxRowSse2(std::uint8_t* out, const BoxRow& row, const BoxScratch& scratch) noexcept;
-void BoxRowAvx2(std::uint8_t* out, const BoxRow& row, const BoxScratch& scratch) noexcept;
-void BoxRowAvx512(std::uint8_t* out, const BoxRow& row, const BoxScratch& scratch) noexcept;
+void BoxRowSse2(std::uint8_t* out, const BoxRow& row, const BoxRun& run,
+                const BoxScratch& scratch) noexcept;
+void BoxRowAvx2(std::uint8_t* out, const BoxRow& row, const BoxRun& run,
+                const BoxScratch& scratch) noexcept;
+void BoxRowAvx512(std::uint8_t* out, const BoxRow& row, const BoxRun& run,
+                  const BoxScratch& scratch) noexcept;
 
 /// The forms by vector level.
 inline constexpr BoxRowKernel kBoxRowForms[] = {BoxRowSse2, BoxRowAvx2, BoxRowAvx512};

@@ -29,12 +29,31 @@ struct Avx2 {
     _mm_storeu_si128(reinterpret_cast<__m128i*>(p),
                      _mm_packus_epi16(_mm256_castsi256_si128(v), _mm256_extracti128_si256(v, 1)));
   }
+  static ZOR_ALWAYS_INLINE V AddPixels(V a, V b) {
+    // a0 a1 | a2 a3, b0 b1 | b2 b3 -> a01 b01 | a23 b23 -> a01 a23 | b01 b23
+    const V sums = _mm256_add_epi16(_mm256_unpacklo_epi64(a, b), _mm256_unpackhi_epi64(a, b));
+    return _mm256_permute4x64_epi64(sums, _MM_SHUFFLE(3, 1, 2, 0));
+  }
+  template <int kBytes>
+  static ZOR_ALWAYS_INLINE V Pairs(const std::uint8_t* p) {
+    // Of each pair of pixels the bytes side by side, then added. Four pixels a half.
+    const auto* half = reinterpret_cast<const __m128i*>(p);
+    const auto* other = reinterpret_cast<const __m128i*>(p + 4 * kBytes);
+    const V bytes = _mm256_inserti128_si256(_mm256_castsi128_si256(_mm_loadu_si128(half)),
+                                            _mm_loadu_si128(other), 1);
+    const __m128i order = kBytes == 4
+                              ? _mm_setr_epi8(0, 4, 1, 5, 2, 6, 3, 7, 8, 12, 9, 13, 10, 14, 11, 15)
+                              : _mm_setr_epi8(0, 3, 1, 4, 2, 5, 3, 6, 6, 9, 7, 10, 8, 11, 9, 12);
+    return _mm256_maddubs_epi16(_mm256_shuffle_epi8(bytes, _mm256_broadcastsi128_si256(order)),
+                                _mm256_set1_epi8(1));
+  }
 };
 
 }  // namespace
 
-void BoxRowAvx2(std::uint8_t* out, const BoxRow& row, const BoxScratch& scratch) noexcept {
-  AverageRow<Avx2>(out, row, scratch);
+void BoxRowAvx2(std::uint8_t* out, const BoxRow& row, const BoxRun& run,
+                const BoxScratch& scratch) noexcept {
+  AverageRow<Avx2>(out, row, run, scratch);
 }
 
 }  // namespace zor

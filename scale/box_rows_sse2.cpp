@@ -28,12 +28,30 @@ struct Sse2 {
   static ZOR_ALWAYS_INLINE void StoreBytes(std::uint8_t* p, V v) {
     _mm_storel_epi64(reinterpret_cast<V*>(p), _mm_packus_epi16(v, v));
   }
+  static ZOR_ALWAYS_INLINE V AddPixels(V a, V b) {
+    // a0 a1, b0 b1 -> a0 + a1, b0 + b1
+    return _mm_add_epi16(_mm_unpacklo_epi64(a, b), _mm_unpackhi_epi64(a, b));
+  }
+  template <int kBytes>
+  static ZOR_ALWAYS_INLINE V Pairs(const std::uint8_t* p) {
+    if (kBytes == 4) return AddPixels(Widen(p), Widen(p + 8));
+    const V zero = _mm_setzero_si128();
+    const V even = _mm_unpacklo_epi32(Pixel(p), Pixel(p + 6));
+    const V odd = _mm_unpacklo_epi32(Pixel(p + 3), Pixel(p + 9));
+    return Add(_mm_unpacklo_epi8(even, zero), _mm_unpacklo_epi8(odd, zero));
+  }
+  static ZOR_ALWAYS_INLINE V Pixel(const std::uint8_t* p) {
+    int word;
+    __builtin_memcpy(&word, p, 4);
+    return _mm_cvtsi32_si128(word);
+  }
 };
 
 }  // namespace
 
-void BoxRowSse2(std::uint8_t* out, const BoxRow& row, const BoxScratch& scratch) noexcept {
-  AverageRow<Sse2>(out, row, scratch);
+void BoxRowSse2(std::uint8_t* out, const BoxRow& row, const BoxRun& run,
+                const BoxScratch& scratch) noexcept {
+  AverageRow<Sse2>(out, row, run, scratch);
 }
 
 }  // namespace zor

@@ -11,6 +11,11 @@
 ///   Load, Store  lanes, unaligned
 ///   Add, Shift   lane by lane; the shift's count is the same for all
 ///   StoreBytes   kLanes bytes, held to 255
+///   Pairs        the sums of neighbouring pixels of 3 or 4 bytes, as many as make kLanes; of
+///   3-byte
+///                ones it may read up to kLanes / 2 bytes more
+///   AddPixels    the sums of neighbouring pixels of four lanes: those of one register, then those
+///                of another
 
 #include "platform/compiler.h"
 #include "scale/box_rows.h"
@@ -18,49 +23,28 @@
 namespace zor {
 namespace {
 
-/// The bytes of a row that its boxes read, in bytes from the row's first.
-struct BoxSpan {
-  std::int64_t first;
-  std::int64_t end;
-};
-
-ZOR_ALWAYS_INLINE BoxSpan SpanOf(const BoxRow& row) {
-  BoxSpan span{0, 0};
-  std::int32_t used = 0;
-  for (std::int32_t i = 0; i < row.count; ++i) {
-    const auto h = static_cast<std::int64_t>(row.counts[i]);
-    if (h == 0) continue;
-    const std::int64_t at = row.offsets[used];
-    if (used == 0) span.first = at;
-    // The last pixel is read four bytes wide.
-    const std::int64_t end = at + (h - 1) * row.pixelBytes + 4;
-    if (end > span.end) span.end = end;
-    ++used;
-  }
-  return span;
-}
-
-/// Sums of the box rows, column by column: sums[k] for the byte span.first + k.
+/// Sums of the box rows, column by column: sums[k] for the byte run.first + k.
 template <class P>
-ZOR_ALWAYS_INLINE void SumColumns(std::uint16_t* sums, const BoxRow& row, const BoxSpan& span) {
-  const std::uint8_t* start = row.source + span.first;
+ZOR_ALWAYS_INLINE void SumColumns(std::uint16_t* sums, const BoxRow& row, const BoxRun& run) {
+  const std::uint8_t* start = row.source + run.first;
+  const std::int64_t stride = row.sourceStride;
+  const std::int32_t rows = row.rows;
   // The last row decides how far whole vectors may read.
-  const std::uint8_t* last = start + (row.rows - 1) * row.sourceStride;
+  const std::uint8_t* last = start + (rows - 1) * stride;
   std::int64_t readable = row.memory.end - last;
-  const std::int64_t length = span.end - span.first;
+  const std::int64_t length = run.end - run.first;
   if (readable > length) readable = length;
   std::int64_t k = 0;
   for (; k + P::kLanes <= readable; k += P::kLanes) {
-    typename P::V sum = P::Widen(start + k);
-    for (std::int32_t v = 1; v < row.rows; ++v) {
-      sum = P::Add(sum, P::Widen(start + v * row.sourceStride + k));
-    }
+    const std::uint8_t* at = start + k;
+    typename P::V sum = P::Widen(at);
+    for (std::int32_t v = 1; v < rows; ++v) sum = P::Add(sum, P::Widen(at += stride));
     P::Store(sums + k, sum);
   }
   for (; k < length; ++k) {
     std::uint32_t sum = 0;
-    for (std::int32_t v = 0; v < row.rows; ++v) {
-      const std::uint8_t* at = start + v * row.sourceStride + k;
+    for (std::int32_t v = 0; v < rows; ++v) {
+      const std::uint8_t* at = start + v * stride + k;
       if (at < row.memory.end) sum += *at;
     }
     sums[k] = static_cast<std::uint16_t>(sum);
@@ -68,18 +52,22 @@ ZOR_ALWAYS_INLINE void SumColumns(std::uint16_t* sums, const BoxRow& row, const 
 }
 
 /// Sums of the boxes, four lanes each. No lane passes 16 bits, so four are added as one word.
-ZOR_ALWAYS_INLINE void SumBoxes(std::uint16_t* boxes, const std::uint16_t* sums, const BoxRow& row,
-                                const BoxSpan& span) {
-  std::int32_t used = 0;
-  for (std::int32_t i = 0; i < row.count; ++i) {
+ZOR_ALWAYS_INLINE void SumBoxes(std::uint16_t* boxes, const std::uint16_t* sums,
+                                const BoxRun& run) {
+  const std::uint32_t* counts = run.counts;
+  const std::int32_t* offsets = run.offsets;
+  const std::int64_t first = run.first;
+  const std::int32_t pixel = run.pixelBytes;
+  for (std::int32_t i = 0, n = run.count; i < n; ++i) {
     std::uint64_t sum = 0;
-    if (const std::uint32_t h = row.counts[i]; h != 0) {
-      const std::uint16_t* at = sums + (row.offsets[used++] - span.first);
-      for (std::uint32_t x = 0; x < h; ++x, at += row.pixelBytes) {
-        std::uint64_t pixel;
-        __builtin_memcpy(&pixel, at, 8);
-        sum += pixel;
-      }
+    if (std::uint32_t h = counts[i]; h != 0) {
+      const std::uint16_t* at = sums + (*offsets++ - first);
+      do {
+        std::uint64_t lanes;
+        __builtin_memcpy(&lanes, at, 8);
+        sum += lanes;
+        at += pixel;
+      } while (--h != 0);
     }
     __builtin_memcpy(boxes + 4 * static_cast<std::int64_t>(i), &sum, 8);
   }
@@ -96,42 +84,99 @@ ZOR_ALWAYS_INLINE typename P::V Reduce(typename P::V sum, const BoxReduction& re
   return P::Shift(total, reduction.finalShift);
 }
 
-/// Reduces runs of boxes: whole vectors where their boxes are alike, otherwise box by box.
+/// Reduces runs of boxes: whole vectors where their boxes are alike. Two sizes, seldom three, take
+/// turns elsewhere: all are reduced by each and keep what is their own.
 template <class P>
-ZOR_ALWAYS_INLINE void ReduceBoxes(std::uint8_t* out, const std::uint16_t* boxes,
-                                   const BoxRow& row) {
+ZOR_ALWAYS_INLINE void ReduceBoxes(std::uint8_t* out, const std::uint16_t* boxes, const BoxRow& row,
+                                   const BoxRun& run) {
   constexpr std::int32_t kBoxes = P::kLanes / 4;
-  for (std::int32_t i = 0; i < row.count; i += kBoxes) {
-    const std::int32_t n = row.count - i < kBoxes ? row.count - i : kBoxes;
-    const std::uint16_t* sums = boxes + 4 * static_cast<std::int64_t>(i);
+  for (std::int32_t i = 0; i < run.count; i += kBoxes) {
+    const std::int32_t n = run.count - i < kBoxes ? run.count - i : kBoxes;
+    const std::uint32_t* counts = run.counts + i;
+    const typename P::V sums = P::Load(boxes + 4 * static_cast<std::int64_t>(i));
     std::uint8_t* bytes = out + 4 * static_cast<std::int64_t>(i);
-    const std::uint32_t h = row.counts[i];
-    bool alike = true;
-    for (std::int32_t k = 1; k < n; ++k) alike &= row.counts[i + k] == h;
-    if (alike) {
-      P::StoreBytes(bytes, Reduce<P>(P::Load(sums), row.reductions[h]));
-      continue;
-    }
-    // Two sizes, seldom three, take turns: reduce by each and keep what is its own.
     std::uint32_t seen = 0;
-    for (std::int32_t k = 0; k < n; ++k) seen |= 1u << row.counts[i + k];
-    for (; seen != 0; seen &= seen - 1) {
+    for (std::int32_t k = 0; k < n; ++k) seen |= 1u << counts[k];
+    P::StoreBytes(bytes, Reduce<P>(sums, row.reductions[__builtin_ctz(seen)]));
+    while ((seen &= seen - 1) != 0) {
       const auto size = static_cast<std::uint32_t>(__builtin_ctz(seen));
       std::uint8_t all[P::kLanes];
-      P::StoreBytes(all, Reduce<P>(P::Load(sums), row.reductions[size]));
+      P::StoreBytes(all, Reduce<P>(sums, row.reductions[size]));
       for (std::int32_t k = 0; k < n; ++k) {
-        if (row.counts[i + k] == size) __builtin_memcpy(bytes + 4 * k, all + 4 * k, 4);
+        if (counts[k] == size) __builtin_memcpy(bytes + 4 * k, all + 4 * k, 4);
       }
     }
   }
 }
 
+/// Sums of kLanes / 4 boxes, @p kAcross pixels of @p kBytes each, that lie side by side.
+template <class P, int kBytes, int kAcross>
+ZOR_ALWAYS_INLINE typename P::V SumAlike(const std::uint8_t* at, std::int64_t stride,
+                                         std::int32_t rows) {
+  if constexpr (kAcross == 2) {
+    typename P::V sum = P::template Pairs<kBytes>(at);
+    for (std::int32_t v = 1; v < rows; ++v) {
+      sum = P::Add(sum, P::template Pairs<kBytes>(at += stride));
+    }
+    return sum;
+  } else {
+    constexpr std::int64_t kHalf = P::kLanes / 4 * kAcross / 2 * kBytes;
+    return P::AddPixels(SumAlike<P, kBytes, kAcross / 2>(at, stride, rows),
+                        SumAlike<P, kBytes, kAcross / 2>(at + kHalf, stride, rows));
+  }
+}
+
+/// Averages as many boxes as fill whole vectors, without going through memory.
+/// @return how many.
+template <class P, int kBytes, int kAcross>
+ZOR_ALWAYS_INLINE std::int32_t AverageAlike(std::uint8_t* out, const BoxRow& row,
+                                            const BoxRun& run) {
+  constexpr std::int32_t kBoxes = P::kLanes / 4;
+  constexpr std::int64_t kStep = kBoxes * kAcross * kBytes;
+  const std::int64_t stride = row.sourceStride;
+  const std::uint8_t* at = row.source + run.first;
+  std::int64_t readable = row.memory.end - at - (row.rows - 1) * stride;
+  // Three-byte pixels are read in whole registers too.
+  if (kBytes == 3) readable -= P::kLanes / 2;
+  const BoxReduction reduction = row.reductions[kAcross];
+  std::int32_t done = 0;
+  for (; done + kBoxes <= run.count && readable >= kStep; done += kBoxes) {
+    // A number of rows that is known keeps the loop out of it.
+    const typename P::V sums = row.rows == kAcross
+                                   ? SumAlike<P, kBytes, kAcross>(at, stride, kAcross)
+                                   : SumAlike<P, kBytes, kAcross>(at, stride, row.rows);
+    P::StoreBytes(out, Reduce<P>(sums, reduction));
+    at += kStep;
+    out += P::kLanes;
+    readable -= kStep;
+  }
+  return done;
+}
+
+template <class P, int kBytes>
+ZOR_ALWAYS_INLINE std::int32_t AverageAlike(std::uint8_t* out, const BoxRow& row,
+                                            const BoxRun& run) {
+  if (run.alike == 2) return AverageAlike<P, kBytes, 2>(out, row, run);
+  return run.alike == 4 ? AverageAlike<P, kBytes, 4>(out, row, run) : 0;
+}
+
 template <class P>
-ZOR_ALWAYS_INLINE void AverageRow(std::uint8_t* out, const BoxRow& row, const BoxScratch& scratch) {
-  const BoxSpan span = SpanOf(row);
-  SumColumns<P>(scratch.columns, row, span);
-  SumBoxes(scratch.boxes, scratch.columns, row, span);
-  ReduceBoxes<P>(out, scratch.boxes, row);
+ZOR_ALWAYS_INLINE void AverageRow(std::uint8_t* out, const BoxRow& row, const BoxRun& run,
+                                  const BoxScratch& scratch) {
+  BoxRun rest = run;
+  const std::int32_t done =
+      run.pixelBytes == 4 ? AverageAlike<P, 4>(out, row, run) : AverageAlike<P, 3>(out, row, run);
+  if (done == run.count) return;
+  if (done > 0) {
+    rest.counts += done;
+    rest.offsets += done;
+    rest.count -= done;
+    rest.first = rest.offsets[0];
+    out += 4 * static_cast<std::int64_t>(done);
+  }
+  SumColumns<P>(scratch.columns, row, rest);
+  SumBoxes(scratch.boxes, scratch.columns, rest);
+  ReduceBoxes<P>(out, scratch.boxes, row, rest);
 }
 
 }  // namespace

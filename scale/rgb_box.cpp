@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-2-Clause
 // Copyright (c) 2026, The ZorSurface authors
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 
@@ -51,6 +52,9 @@ class BoxScaler {
     const int level = static_cast<int>(InnerVectorLevel());
     kernel_ = kBoxRowForms[level];
     pack_ = kRgbRowForms[level]->pack;
+    const RgbRun run = p_.mode == SCALE_BOX ? p_.Whole() : p_.Middle();
+    boxes_ = PlanBoxes(p_.across.words + run.start, p_.across.offsets + run.start, run.count,
+                       p_.source.bytesPerPixel);
     if (p_.mode == SCALE_BOX) {
       for (std::int32_t y = 0; y < p_.target.height; ++y) Averages(y, p_.Whole());
     } else {
@@ -87,10 +91,7 @@ class BoxScaler {
       reducedRows_ = rows;
       for (std::int32_t h = 1; h <= 16; ++h) reductions_[h] = BoxReductionFor(rows, h, pair_);
     }
-    kernel_(bytes_,
-            {p_.SourceRow(y), p_.source.stride, rows, p_.source.bytesPerPixel,
-             p_.across.words + run.start, p_.across.offsets + run.start, run.count, p_.readable,
-             reductions_},
+    kernel_(bytes_, {p_.SourceRow(y), p_.source.stride, rows, p_.readable, reductions_}, boxes_,
             scratch_);
     std::uint8_t* out = p_.TargetRow(y) + std::int64_t{run.start} * p_.target.bytesPerPixel;
     const auto count = static_cast<std::size_t>(run.count);
@@ -164,6 +165,7 @@ class BoxScaler {
   const BoxPair pair_;
   const std::int32_t maxStep_;
   const bool unrolled_;
+  BoxRun boxes_{};
   BoxScratch scratch_{};
   std::uint8_t* bytes_ = nullptr;
   BoxRowKernel kernel_ = nullptr;
@@ -173,6 +175,23 @@ class BoxScaler {
 };
 
 }  // namespace
+
+BoxRun PlanBoxes(const std::uint32_t* counts, const std::int32_t* offsets, std::int32_t count,
+                 std::int32_t pixelBytes) noexcept {
+  BoxRun run{counts, offsets, count, pixelBytes, 0, 0, count > 0 ? counts[0] : 0};
+  std::int32_t used = 0;
+  for (std::int32_t i = 0; i < count; ++i) {
+    const auto across = static_cast<std::int64_t>(counts[i] & 0xFFFF);
+    if (across == 0) continue;
+    const std::int64_t at = offsets[used];
+    if (used == 0) run.first = at;
+    run.end = std::max(run.end, at + (across - 1) * pixelBytes + 4);
+    ++used;
+    if (across != run.alike || at != run.first + i * across * pixelBytes) run.alike = 0;
+  }
+  if (used != count) run.alike = 0;
+  return run;
+}
 
 void BoxScaleRows(const RgbPicture& picture) noexcept {
   BoxScaler(picture).Run();
