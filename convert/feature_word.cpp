@@ -15,9 +15,6 @@ namespace {
 constexpr std::uint32_t kLeaf1Bits = 0x17808010;
 constexpr std::uint32_t kExtendedBits = 1u << 22 | 1u << 30 | 1u << 31;
 
-/// The first result of the initialiser; 0 lets it do its work again.
-std::uint32_t initialisedWord = 0;
-
 /// The vector state that the operating system saves: XCR0.
 std::uint64_t SavedState() noexcept {
   std::uint32_t low = 0;
@@ -73,11 +70,13 @@ std::uint32_t DetectCpuFeatures() noexcept {
   return word;
 }
 
+std::uint32_t PixelConversionGuard = 0;
+
 std::uint32_t InitPixelConversion() noexcept {
-  if (initialisedWord != 0) return initialisedWord;
-  initialisedWord = DetectCpuFeatures();
+  if (PixelConversionGuard != 0) return PixelConversionGuard;
+  PixelConversionGuard = DetectCpuFeatures();
   FillColourTables();
-  return initialisedWord;
+  return PixelConversionGuard;
 }
 
 std::uint32_t CpuFeatureWord = InitPixelConversion();

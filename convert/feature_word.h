@@ -21,6 +21,10 @@ extern std::uint32_t CpuFeatureWord;
 /// Fills the colour tables and @return the capability word; a second call returns the first word.
 std::uint32_t InitPixelConversion() noexcept;
 
+/// The first result of the initialiser. A word of 0, from a processor that tells nothing, guards
+/// nothing: the initialiser would do its work again.
+extern std::uint32_t PixelConversionGuard;
+
 /// Asks the processor. @return the capability word.
 std::uint32_t DetectCpuFeatures() noexcept;
 

@@ -34,6 +34,15 @@ TEST(FeatureWord, SecondInitialisationGivesTheFirstWordAndLeavesTheTables) {
   LumaScaleTable[77] = kept;
 }
 
+TEST(FeatureWord, WordOfZeroGuardsNothingAndTheInitialiserDoesItsWorkAgain) {
+  const std::int32_t kept = LumaScaleTable[77];
+  PixelConversionGuard = 0;
+  LumaScaleTable[77] = 1;
+  EXPECT_EQ(WordAtLoad(), InitPixelConversion());
+  EXPECT_EQ(kept, LumaScaleTable[77]);
+  EXPECT_EQ(WordAtLoad(), PixelConversionGuard);
+}
+
 TEST(FeatureWord, InnerLevelNeverPassesItsLimitNorTheProcessor) {
   const VectorLevel widest = InnerVectorLevel();
   for (const VectorLevel limit : {VectorLevel::kSse2, VectorLevel::kAvx2, VectorLevel::kAvx512}) {
