@@ -178,17 +178,17 @@ class Interpolator {
       return;
     }
     const std::uint8_t* row = p_.SourceRow(y);
-    const std::uint32_t weight = shape == Shape::kFull ? p_.down.words[y] & 255 : 0;
-    Deliver(y, run, Lerped(row, weight));
-  }
-
-  /// Four bytes a pixel of the middle run, worked across and down.
-  const std::uint8_t* Lerped(const std::uint8_t* row, std::uint32_t weight) {
     const std::uint8_t* a = cache_->Get(row);
-    if (weight == 0) return a;
+    const std::uint32_t weight = shape == Shape::kFull ? p_.down.words[y] & 255 : 0;
+    if (weight == 0) {
+      Deliver(y, run, a);
+      return;
+    }
     const std::uint8_t* b = cache_->Get(row + p_.source.stride);
-    lerpBytes_(lerped_, a, b, static_cast<std::int32_t>(weight), 4 * planned_.columns.count);
-    return lerped_;
+    std::uint8_t* out = p_.TargetRow(y) + std::int64_t{run.start} * kTo;
+    std::uint8_t* lerped = kTo == 4 ? out : lerped_;
+    lerpBytes_(lerped, a, b, static_cast<std::int32_t>(weight), 4 * run.count);
+    if (kTo == 3) pack_(out, lerped, run.count);
   }
 
   /// Behind 3-byte pixels the right run follows, so that nothing of a fourth byte remains.
@@ -238,8 +238,7 @@ class Interpolator {
     } else if (SameWidth()) {
       Repack(out, row, width);
     } else if (kTo == 4) {
-      planned_.Row(lerped_, row);
-      std::memcpy(out, lerped_, 4 * width);
+      planned_.Row(out, row);
     } else {
       planned_.Row(lerped_, row);
       pack_(out, lerped_, p_.target.width);
