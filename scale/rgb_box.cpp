@@ -187,7 +187,8 @@ BoxRun PlanBoxes(const std::uint32_t* counts, const std::int32_t* offsets, std::
     if (used == 0) run.first = at;
     run.end = std::max(run.end, at + (across - 1) * pixelBytes + 4);
     ++used;
-    if (across != run.alike || at != run.first + i * across * pixelBytes) run.alike = 0;
+    // A box that is as wide as all before it starts behind that many of its own width.
+    if (at != run.first + i * across * pixelBytes) run.alike = 0;
   }
   if (used != count) run.alike = 0;
   return run;

@@ -13,12 +13,18 @@ constexpr std::int32_t kBlock = 16;    // columns
 constexpr std::int64_t kWindow = 128;  // source bytes that a block picks from
 constexpr std::uint64_t kColourBytes = 0x7777777777777777ull;  // three of every four
 
-/// What one block of columns takes from a window of the row that starts at `base`.
-struct alignas(64) Block {
-  std::uint8_t index[64];  // of each output byte in the window
-  std::int64_t base;
-  std::uint64_t low;   // bytes of the window's first half that lie in the row
+/// A window of the row.
+struct Reach {
+  std::int64_t base;   // its first byte
+  std::uint64_t low;   // bytes of its first half that lie in the row
   std::uint64_t high;  // and of its second
+};
+
+/// What one block of columns takes from the row: its first half from one window and its second from
+/// another, which is the same where that reaches.
+struct alignas(64) Block {
+  std::uint8_t index[64];  // of each output byte in its window
+  Reach halves[2];
 };
 
 ZOR_ALWAYS_INLINE std::int32_t Blocks(const RgbColumns& c) {
@@ -29,16 +35,21 @@ ZOR_ALWAYS_INLINE std::uint64_t FirstBytes(std::int64_t n) {
   return n <= 0 ? 0 : n >= 64 ? ~0ull : ~0ull >> (64 - n);
 }
 
-/// Last column of a block, held to the run.
-ZOR_ALWAYS_INLINE std::int32_t LastOf(const RgbColumns& c, std::int32_t block) {
-  const std::int32_t last = block * kBlock + kBlock - 1;
-  return last < c.count ? last : c.count - 1;
+/// Column @p i, held to the run.
+ZOR_ALWAYS_INLINE std::int64_t OffsetOf(const RgbColumns& c, std::int32_t i) {
+  return c.offsets[i < c.count ? i : c.count - 1];
 }
 
 /// @param reach bytes from a column's offset that a block reads.
+/// @return whether one window serves all columns from @p first to @p last.
+ZOR_ALWAYS_INLINE bool InWindow(const RgbColumns& c, std::int32_t first, std::int32_t last,
+                                std::int64_t reach) {
+  return OffsetOf(c, last) + reach - OffsetOf(c, first) <= kWindow;
+}
+
 ZOR_ALWAYS_INLINE std::int64_t PlanBytes(const RgbColumns& c, std::int64_t reach) {
-  for (std::int32_t b = 0; b < Blocks(c); ++b) {
-    if (c.offsets[LastOf(c, b)] + reach - c.offsets[b * kBlock] > kWindow) return -1;
+  for (std::int32_t i = 0; i < c.count; i += kBlock / 2) {
+    if (!InWindow(c, i, i + kBlock / 2 - 1, reach)) return -1;
   }
   return static_cast<std::int64_t>(sizeof(Block)) * Blocks(c);
 }
@@ -54,12 +65,15 @@ void MakePlan(const RgbColumns& c, std::uint8_t* plan) noexcept {
   auto* blocks = reinterpret_cast<Block*>(plan);
   for (std::int32_t b = 0; b < Blocks(c); ++b) {
     Block& block = blocks[b];
-    block.base = c.offsets[b * kBlock];
-    block.low = FirstBytes(c.rowBytes - block.base);
-    block.high = FirstBytes(c.rowBytes - block.base - 64);
+    const std::int32_t start = b * kBlock;
+    const bool whole = InWindow(c, start, start + kBlock - 1, 2 * c.pixelBytes);
+    for (std::int32_t half = 0; half < 2; ++half) {
+      const std::int64_t base = OffsetOf(c, whole ? start : start + half * (kBlock / 2));
+      block.halves[half] = {base, FirstBytes(c.rowBytes - base),
+                            FirstBytes(c.rowBytes - base - 64)};
+    }
     for (std::int32_t i = 0; i < kBlock; ++i) {
-      const std::int32_t column = b * kBlock + i;
-      const std::int64_t at = c.offsets[column < c.count ? column : c.count - 1] - block.base;
+      const std::int64_t at = OffsetOf(c, start + i) - block.halves[i / (kBlock / 2)].base;
       for (std::int32_t k = 0; k < 4; ++k) {
         block.index[4 * i + k] = static_cast<std::uint8_t>(k < c.pixelBytes ? at + k : 0);
       }
@@ -67,22 +81,40 @@ void MakePlan(const RgbColumns& c, std::uint8_t* plan) noexcept {
   }
 }
 
-/// The window of a block; masked loads only where it leaves the row.
+/// One window of a block; masked loads only where it leaves the row.
 struct Window {
   __m512i low, high;
 
-  ZOR_ALWAYS_INLINE Window(const std::uint8_t* row, const Block& block) {
-    const std::uint8_t* at = row + block.base;
-    if (block.high == ~0ull) {
+  ZOR_ALWAYS_INLINE Window(const std::uint8_t* row, const Reach& reach) {
+    const std::uint8_t* at = row + reach.base;
+    if (reach.high == ~0ull) {
       low = _mm512_loadu_si512(at);
       high = _mm512_loadu_si512(at + 64);
     } else {
-      low = _mm512_maskz_loadu_epi8(block.low, at);
-      high = _mm512_maskz_loadu_epi8(block.high, at + 64);
+      low = _mm512_maskz_loadu_epi8(reach.low, at);
+      high = _mm512_maskz_loadu_epi8(reach.high, at + 64);
     }
   }
   ZOR_ALWAYS_INLINE __m512i At(__m512i index, std::uint64_t keep) const {
     return _mm512_maskz_mov_epi8(keep, _mm512_permutex2var_epi8(low, index, high));
+  }
+};
+
+/// Both windows of a block.
+struct Windows {
+  Window first, second;
+  bool apart;
+
+  ZOR_ALWAYS_INLINE Windows(const std::uint8_t* row, const Block& block)
+      : first(row, block.halves[0]),
+        second(first),
+        apart(block.halves[0].base != block.halves[1].base) {
+    if (apart) second = Window(row, block.halves[1]);
+  }
+  ZOR_ALWAYS_INLINE __m512i At(__m512i index, std::uint64_t keep) const {
+    const __m512i bytes = first.At(index, keep);
+    if (!apart) return bytes;
+    return _mm512_mask_mov_epi64(bytes, 0xF0, second.At(index, keep));
   }
 };
 
@@ -104,7 +136,7 @@ void Pick(std::uint8_t* out, const std::uint8_t* row, const RgbColumns& c,
   const auto* blocks = reinterpret_cast<const Block*>(plan);
   const std::uint64_t keep = Keep(c);
   for (std::int32_t b = 0; b < Blocks(c); ++b) {
-    const Window window(row, blocks[b]);
+    const Windows window(row, blocks[b]);
     Store(out + 64 * static_cast<std::int64_t>(b), c.count - b * kBlock,
           window.At(_mm512_load_si512(blocks[b].index), keep));
   }
@@ -124,7 +156,7 @@ void Across(std::uint8_t* out, const std::uint8_t* row, const RgbColumns& c,
   const __m512i next = _mm512_set1_epi8(static_cast<char>(c.pixelBytes));
   for (std::int32_t b = 0; b < Blocks(c); ++b) {
     const std::int32_t left = c.count - b * kBlock;
-    const Window window(row, blocks[b]);
+    const Windows window(row, blocks[b]);
     const __m512i index = _mm512_load_si512(blocks[b].index);
     const __m512i p = window.At(index, keep);
     const __m512i q = window.At(_mm512_add_epi8(index, next), keep);
