@@ -356,6 +356,66 @@ TEST_F(Warp, LinearTakesFourteenBitFractionsAndHoldsToTheSource) {
   EXPECT_GT(painted, 20);
 }
 
+/// The cubic weight of a node at t = i / 512, in 14 bits: the product over the other nodes of
+/// (t - other) / (node - other).
+long long CubicWeight(int node, long long i) {
+  // The last two of the table are the mirrored first two.
+  if (node > 1) return CubicWeight(3 - node, 1536 - i);
+  const double t = static_cast<double>(i) / 512;
+  double weight = 1;
+  for (int other = 0; other < 4; ++other) {
+    if (other != node) weight *= (t - other) / (node - other);
+  }
+  return static_cast<long long>(std::nearbyint(weight * 16384));
+}
+
+TEST_F(Warp, CubicTakesFourByFourPixelsThatAllLieInTheSource) {
+  Picture from(7, 6, 3), to(17, 16, 3);
+  FillNoise(from, 11);
+  const double coeffs[] = {2.2, 0.25, 0.3, -0.2, 2.3, 1.6};
+  iplWarpAffine(from.image, to.image, coeffs, IPL_INTER_CUBIC);
+  double quad[8];
+  Corners(coeffs, 7, 6, quad);
+  const Affine m = Inverse(quad, 7, 6);
+  int first = 0, last = -1;
+  ASSERT_TRUE(ClippedRows(quad, 17, 16, &first, &last));
+  int lastColumns = 0, lastRows = 0;
+  for (int y = first; y <= last; ++y) {
+    int start = 0, end = -1;
+    if (!RowSpan(quad, y, 17, &start, &end)) continue;
+    for (int x = start; x <= end; ++x) {
+      auto word = [](double v) { return static_cast<long long>(std::nearbyint(v * 65536)); };
+      long long fx = word(first * m.a1 + m.a2) + word(m.a1) * (y - first) + word(m.a0) * x;
+      long long fy = word(first * m.a4 + m.a5) + word(m.a4) * (y - first) + word(m.a3) * x;
+      fx = std::min(std::max(fx, 0ll), 6ll << 16);
+      fy = std::min(std::max(fy, 0ll), 5ll << 16);
+      auto base = [](long long at, long long lastIndex) {
+        const long long index = at / 65536;
+        return index < 1 ? 0 : index < lastIndex - 1 ? index - 1 : lastIndex - 3;
+      };
+      const long long bx = base(fx, 6), by = base(fy, 5);
+      const long long ix = (fx - bx * 65536 + 64) / 128, iy = (fy - by * 65536 + 64) / 128;
+      lastColumns += fx / 65536 == 5;
+      lastRows += fy / 65536 == 4;
+      for (int c = 0; c < 3; ++c) {
+        long long sum = 0x80000;
+        for (int j = 0; j < 4; ++j) {
+          long long h = 0;
+          for (int i = 0; i < 4; ++i) {
+            h += from.At(static_cast<int>(bx) + i, static_cast<int>(by) + j)[c] * CubicWeight(i, ix);
+          }
+          sum += (h >> 8) * CubicWeight(j, iy);
+        }
+        const long long value = std::min(std::max(sum >> 20, 0ll), 255ll);
+        ASSERT_EQ(value, to.At(x, y)[c]) << x << "," << y;
+      }
+    }
+  }
+  // Cells between the last two columns and rows, whose neighbourhood is moved inwards.
+  EXPECT_GT(lastColumns, 5);
+  EXPECT_GT(lastRows, 5);
+}
+
 TEST_F(Warp, CubicWeightsAtTheMiddleAreTheTextbookOnes) {
   // One row of four equal rows, sampled half way between columns 1 and 2: index 768, weights
   // -1024, 9216, 9216, -1024 of 16384.
