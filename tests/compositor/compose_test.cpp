@@ -44,7 +44,6 @@ TEST_P(Compose, FlushesFirstAndAFailingFlushTouchesNothingElse) {
   const HeldSurface child = Child(16, 16, FORMAT_YUV420, 2, kAll16, kAll16);
   surface->AddChild(child.get());
   const Bytes before = WholeBlock(surface);
-  surface->QueueConvert(FORMAT_RGB24);
   const std::int32_t failure = CopyOf(surface)->ConvertNow(FORMAT_RGB24);
   ASSERT_LT(failure, 0);
   surface->QueueConvert(FORMAT_RGB24);
