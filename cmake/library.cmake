@@ -30,6 +30,10 @@ else()
   endif()
 endif()
 
+if(NOT ZOR_INSTALL)
+  return()
+endif()
+
 include(CMakePackageConfigHelpers)
 set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/ZorSurface)
 install(TARGETS ZorSurface EXPORT ZorSurfaceTargets

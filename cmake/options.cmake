@@ -4,10 +4,12 @@
 option(ZOR_BUILD_TESTS "Build the test programs" ${PROJECT_IS_TOP_LEVEL})
 option(ZOR_BUILD_HOST "Build the host program zorhost" ${PROJECT_IS_TOP_LEVEL})
 option(ZOR_BUILD_BENCH "Build the benchmarks" OFF)
+option(ZOR_BUILD_FUZZ "Build the fuzzers (clang)" OFF)
+option(ZOR_INSTALL "Have rules for the installation" ${PROJECT_IS_TOP_LEVEL})
 option(ZOR_WERROR "Treat warnings as errors" OFF)
 set(ZOR_SANITIZE "" CACHE STRING "Sanitizers for every target: address,undefined or thread")
 
-if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+if(PROJECT_IS_TOP_LEVEL AND NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
   set(CMAKE_BUILD_TYPE Release CACHE STRING "" FORCE)
 endif()
 

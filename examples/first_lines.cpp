@@ -23,7 +23,7 @@ int main() {
   surface->QueueResize(640, 360, /*fit=*/1, SCALE_BILINEAR);
   surface->QueueConvert(FORMAT_RGB32);
 
-  // The conversion, being the last wish, writes straight into this memory. 0: bottom row first.
+  // The conversion, being the last wish, writes straight into this memory, top row first.
   std::vector<std::uint8_t> rgb(640 * 360 * 4);
   if (surface->ReadPixels(rgb.data(), 640 * 4, /*orientation=*/1) != VED_OK) return 3;
 

@@ -16,25 +16,33 @@ zor_missing() {
 
 # zor_install PACKAGE...: installs what is missing of the packages.
 zor_install() {
-  local missing as_root=()
-  command -v dpkg-query >/dev/null || {
-    echo "This set-up knows Debian 12 only. Install by hand: $*" >&2
-    return 1
+  local missing as_root=() install
+  command -v apt-get >/dev/null || {
+    echo "zor: this set-up knows Debian only. Taken to be installed: $*" >&2
+    return 0
   }
   mapfile -t missing < <(zor_missing "$@")
-  [ ${#missing[@]} -eq 0 ] && return 0
+  [ ${#missing[@]} -gt 0 ] || return 0
   if [ "$(id -u)" -ne 0 ]; then
     command -v sudo >/dev/null || {
-      echo "Missing, and to be installed by root: ${missing[*]}" >&2
+      echo "zor: packages are missing. As root, run" >&2
+      case " ${missing[*]} " in *:i386*) echo "  dpkg --add-architecture i386" >&2 ;; esac
+      echo "  apt-get update; apt-get install -t bookworm ${missing[*]}" >&2
       return 1
     }
     as_root=(sudo)
   fi
-  echo "Installing ${missing[*]}"
+  echo "== installing ${missing[*]}"
   case " ${missing[*]} " in *:i386*) "${as_root[@]}" dpkg --add-architecture i386 ;; esac
-  # The index of i386's security updates may not download; the main index is what counts.
-  "${as_root[@]}" apt-get update >/dev/null 2>&1 || true
-  # Packages of both architectures must have the same version, so all come from the main suite.
-  "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -q -t bookworm \
-    --no-install-recommends "${missing[@]}" >/dev/null
+  # A mirror's index of i386's security updates may not download; the main index is what counts.
+  "${as_root[@]}" apt-get -qq update || echo "zor: not every package index could be read" >&2
+  # Packages that both architectures share must have the same version. The main suite has both; where
+  # its versions are behind what is installed, the updates may have both.
+  install=("${as_root[@]}" env DEBIAN_FRONTEND=noninteractive
+           apt-get install -y -qq --no-install-recommends)
+  "${install[@]}" -t bookworm "${missing[@]}" >/dev/null ||
+    "${install[@]}" "${missing[@]}" >/dev/null || {
+    echo "zor: these packages couldn't be installed: ${missing[*]}" >&2
+    return 1
+  }
 }

@@ -24,11 +24,10 @@ fi
 export PKG_CONFIG_LIBDIR=$(dirname "$(find "$stage" -name ZorSurface.pc)")
 # A path of its own, so that nothing of this machine's packages is found.
 flags=$(pkg-config --cflags --libs ZorSurface)
-"$cxx" -std=c++20 "$source/main.cpp" $flags -o "$work/by-pkg-config" ||
-  { echo "pkg-config said: $flags"; exit 1; }
+"$cxx" -std=c++20 "$source/main.cpp" $flags ${toolchain:+-static-libgcc -Wl,-Bstatic} \
+  -o "$work/by-pkg-config" || { echo "pkg-config said: $flags"; exit 1; }
 if [ -n "$toolchain" ]; then
-  WINEPATH="Z:$stage/bin;Z:/usr/lib/gcc/i686-w64-mingw32/12-posix;Z:/usr/i686-w64-mingw32/lib" \
-    "$emulator" "$work/by-pkg-config.exe"
+  WINEPATH="Z:$stage/bin" "$emulator" "$work/by-pkg-config.exe"
 else
   LD_LIBRARY_PATH=${PKG_CONFIG_LIBDIR%/pkgconfig} "$work/by-pkg-config"
 fi

@@ -7,6 +7,7 @@
 #include "contract/msvc_host.h"
 
 extern "C" int foreignSteps = 0;
+extern "C" unsigned foreignStackOffset = 0;
 
 namespace {
 
@@ -35,6 +36,7 @@ std::uint8_t memory[64 * 64 * 4 * 3 / 2];
 
 extern "C" int RunForeignHost() {
   foreignSteps = 0;
+  foreignStackOffset = reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0)) % 16;
   void* object = nullptr;
   STEP(CreateObject(&CLSID_SurfaceBuilder, &IID_ISurfaceBuilder, &object) == VED_OK);
   ISurfaceBuilder* builder = static_cast<ISurfaceBuilder*>(object);

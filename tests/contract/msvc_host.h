@@ -11,3 +11,5 @@ extern "C" int RunForeignHost();
 /// Steps that the host went through when it ended well.
 inline constexpr int kForeignSteps = 24;
 extern "C" int foreignSteps;
+/// Where within 16 bytes the host's frame stood.
+extern "C" unsigned foreignStackOffset;

@@ -15,20 +15,30 @@ add_library(zor_headers_alone OBJECT ${alone})
 target_include_directories(zor_headers_alone PRIVATE ${CMAKE_SOURCE_DIR}/include)
 zor_compile_options(zor_headers_alone)
 
-# zor_add_contract_test(NAME SOURCES...): a program on the shared library.
-function(zor_add_contract_test name)
+# zor_add_contract_program(NAME SOURCES...): a program on the shared library.
+function(zor_add_contract_program name)
   add_executable(${name} ${ARGN})
   zor_compile_options(${name})
   target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
-  target_link_libraries(${name} PRIVATE zor::zor GTest::gtest_main)
+  target_link_libraries(${name} PRIVATE zor::zor)
   set_target_properties(${name} PROPERTIES
     RUNTIME_OUTPUT_DIRECTORY $<TARGET_FILE_DIR:ZorSurface>)  # where Windows looks for the DLL
+endfunction()
+
+function(zor_add_contract_test name)
+  zor_add_contract_program(${name} ${ARGN})
+  target_link_libraries(${name} PRIVATE GTest::gtest_main)
   add_test(NAME ${name} COMMAND ${name} WORKING_DIRECTORY $<TARGET_FILE_DIR:ZorSurface>)
 endfunction()
 
 zor_add_contract_test(contract_ref_test ${contract}/ref_test.cpp)
-zor_add_contract_test(contract_first_lines ${CMAKE_SOURCE_DIR}/examples/first_lines.cpp)
 add_test(NAME contract.floors COMMAND ${contract}/check_floors.sh ${CMAKE_SOURCE_DIR})
+add_test(NAME contract.counting COMMAND ${contract}/check_counting.sh ${CMAKE_SOURCE_DIR})
+add_test(NAME contract.readme COMMAND ${contract}/check_readme.sh ${CMAKE_SOURCE_DIR})
+
+# The README's program. It isn't a GoogleTest program: its name has a dot.
+zor_add_contract_program(contract_first_lines ${CMAKE_SOURCE_DIR}/examples/first_lines.cpp)
+add_test(NAME contract.first_lines COMMAND contract_first_lines)
 
 # The sanitizers add symbols, and a host of theirs would need their runtime.
 if(NOT ZOR_SANITIZE)
@@ -42,10 +52,21 @@ if(NOT ZOR_SANITIZE)
                      ${CMAKE_COMMAND} ${CMAKE_CXX_COMPILER} "${CMAKE_CROSSCOMPILING_EMULATOR}"
                      ${CMAKE_TOOLCHAIN_FILE})
   endif()
+  if(NOT WIN32)
+    add_test(NAME contract.subproject
+             COMMAND ${contract}/check_subproject.sh ${CMAKE_BINARY_DIR} ${contract}/subproject
+                     ${CMAKE_SOURCE_DIR} ${CMAKE_COMMAND})
+  endif()
 endif()
 
-# A host compiled for the other Windows compiler's ABI.
+# The DLL as Windows loads it, and a host compiled for the other Windows compiler's ABI.
 if(WIN32)
+  zor_add_contract_test(contract_dll_test ${contract}/dll_test.cpp)
+  target_link_libraries(contract_dll_test PRIVATE version)
+  target_compile_definitions(contract_dll_test PRIVATE
+    ZOR_MAJOR=${PROJECT_VERSION_MAJOR} ZOR_MINOR=${PROJECT_VERSION_MINOR}
+    ZOR_PATCH=${PROJECT_VERSION_PATCH})
+
   find_program(ZOR_CLANG clang++ NO_CMAKE_FIND_ROOT_PATH)
   if(ZOR_CLANG)
     set(foreign ${CMAKE_CURRENT_BINARY_DIR}/msvc_host.obj)
@@ -53,11 +74,14 @@ if(WIN32)
       COMMAND ${ZOR_CLANG} --target=i686-pc-windows-msvc -std=c++20 -O1 -Wall -Werror
               -fno-exceptions -fno-rtti -fms-compatibility -ffreestanding
               -DZORSURFACE_OWN_SYSTEM_TYPES -I${contract}/msvc -I${CMAKE_SOURCE_DIR}/include
-              -I${CMAKE_SOURCE_DIR}/tests -c ${contract}/msvc_host.cpp -o ${foreign}
-      DEPENDS ${contract}/msvc_host.cpp ${contract}/msvc_host.h
+              -I${CMAKE_SOURCE_DIR}/tests -MD -MT ${foreign} -MF ${foreign}.d
+              -c ${contract}/msvc_host.cpp -o ${foreign}
+      DEPENDS ${contract}/msvc_host.cpp
+      DEPFILE ${foreign}.d
       VERBATIM)
     zor_add_contract_test(contract_foreign_host_test ${contract}/foreign_host_test.cpp ${foreign})
   else()
-    message(WARNING "clang++ wasn't found: no host of the other compiler's ABI is tested")
+    add_test(NAME contract.foreign_host COMMAND sh -c "echo 'clang++ was not found'; exit 77")
+    set_tests_properties(contract.foreign_host PROPERTIES SKIP_RETURN_CODE 77)
   endif()
 endif()
