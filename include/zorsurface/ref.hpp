@@ -19,24 +19,31 @@ class Ref {
   Ref() = default;
   /// Takes over a reference that the caller owns already.
   explicit Ref(Interface* owned) : object_(owned) {}
+  /// Takes one more reference.
   Ref(const Ref& other) : object_(other.object_) {
     if (object_ != nullptr) object_->AddRef();
   }
+  /// Takes over the other's reference, and leaves it empty.
   Ref(Ref&& other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
+  /// Lets go of the object, and takes the other's.
   Ref& operator=(Ref other) noexcept {
     std::swap(object_, other.object_);
     return *this;
   }
   ~Ref() { reset(); }
 
+  /// @return the object, or null; the reference stays here.
   Interface* get() const { return object_; }
+  /// @return the object, to call a slot of it.
   Interface* operator->() const { return object_; }
+  /// @return whether there is an object.
   explicit operator bool() const { return object_ != nullptr; }
   /// Lets go of the object. @return where a function may put a new one.
   Interface** put() {
     reset();
     return &object_;
   }
+  /// Lets go of the object.
   void reset() {
     if (Interface* old = std::exchange(object_, nullptr); old != nullptr) old->Release();
   }
@@ -89,6 +96,7 @@ inline SurfaceDescription MakeDescription(std::int32_t format, std::int32_t widt
 /// Lends a host's own memory to `ISurfaceBuilder::CreateFromMemory`, for the length of the call.
 class LentPixels final : public IZorMemorySource {
  public:
+  /// @param pixels the picture's first byte; stays the host's.
   explicit LentPixels(void* pixels) : pixels_(pixels) {}
   std::uint32_t AddRef() override { return 1; }
   std::uint32_t Release() override { return 1; }

@@ -7,6 +7,7 @@
 
 #include <cstdint>
 
+/// One of the `SCALE_` numbers.
 using ScaleMode = std::uint32_t;
 
 /// Each destination pixel copies one source pixel.

@@ -11,56 +11,93 @@
 /// A picture that converts, resizes, rotates, fills, stretches, exports and composites itself.
 ///
 /// Slots stand in the order of this declaration. Slots that return `std::int32_t` return a result
-/// code unless they say otherwise. "Flushes" means that the queued operations run first, and that
-/// a failure of them is returned at once. A surface is not thread-safe, except for `AddRef`,
-/// `Release`, `QueueResize`, `QueueConvert` and `Flush`.
+/// code unless they say otherwise: `VED_OK`, or a negative code that leaves the surface as it was
+/// unless a slot says otherwise. A null pointer gives `VED_E_INVALIDARG`.
+///
+/// "Flushes" means that the queued operations run first, and that a failure of them is returned at
+/// once. Sizes and positions are in pixels, strides in bytes. A rectangle reaches from its left and
+/// top up to, and without, its right and bottom; a slot that draws takes a null one for the whole
+/// picture and refuses one outside of the picture with `VED_E_INVALIDARG`, but takes one that is
+/// less than 2 wide or high in silence: `VED_OK`, nothing drawn. In the rectangles of RGB surfaces
+/// row 0 is the picture's top row, whatever the `Orientation`; where a slot counts in rows of
+/// memory it says so.
+///
+/// A surface is not thread-safe, except for `AddRef`, `Release`, `QueueResize`, `QueueConvert` and
+/// `Flush`.
 struct IZorSurface : VideoEdit::IVedUnknown {
   /// Copies the 13 words of the description. Queued operations don't show yet.
   virtual std::int32_t GetDescription(SurfaceDescription* out) = 0;
-  /// Gives the aspect ratio; 0 in either word means none.
+  /// Gives the aspect ratio; 0 in either word means none, as at the beginning.
   virtual std::int32_t GetAspectRatio(std::int32_t* width, std::int32_t* height) = 0;
-  /// Sets the aspect ratio that a resize with fit keeps; negative words are refused.
+  /// Sets the aspect ratio that a resize with fit keeps. A resize uses it up: none is set
+  /// afterwards.
+  /// @return `VED_E_INVALIDARG` if a word is negative.
   virtual std::int32_t SetAspectRatio(std::int32_t width, std::int32_t height) = 0;
   /// Says whether `Compose` draws into this surface (nonzero) or into a clone (0).
   virtual std::int32_t SetComposeInPlace(std::uint32_t flag) = 0;
+  /// Gives the flag as it was set.
   virtual std::int32_t GetComposeInPlace(std::uint32_t* flag) = 0;
-  /// Queues a resize. @param fit nonzero keeps the aspect ratio between bands.
-  /// @param quality a `ScaleMode`. Sizes under 4 are refused.
+  /// Queues a resize. The size that `GetDescription` tells stays until it runs.
+  /// @param width, height the new size, at least 4 each, or `VED_E_INVALIDARG`.
+  /// @param fit nonzero keeps the aspect ratio, between black bands; 0 fills the whole size.
+  /// @param quality a `ScaleMode`.
+  /// @throws std::length_error "list<T> too long", beyond 0x0AAAAAAA operations.
   virtual std::int32_t QueueResize(std::int32_t width, std::int32_t height, std::int32_t fit,
                                    std::int32_t quality) = 0;
-  /// Queues a conversion; the format is looked at when it runs.
+  /// Queues a conversion.
+  /// @param format one of the `FORMAT_` numbers, looked at when it runs: see `ConvertNow`.
+  /// @return always `VED_OK`.
+  /// @throws std::length_error as `QueueResize`.
   virtual std::int32_t QueueConvert(std::int32_t format) = 0;
-  /// Flushes, then turns the picture by whole degrees.
+  /// Flushes, then turns the picture: `RotateNow`.
   virtual std::int32_t Rotate(std::int32_t degrees) = 0;
   /// Flushes, then reports `VED_E_INVALIDARG` or `VED_E_UNSUPPORTED`; nothing is ever warped.
   virtual std::int32_t WarpRegion(std::int32_t handle, std::uint32_t value, double a, double b,
                                   double c, double d, std::int32_t value2) = 0;
   /// Flushes, then draws a rectangle of this surface into a rectangle of the host's memory, in
-  /// this surface's format and row order. The memory is @p stride x @p height bytes (planar: one
-  /// and a half times that) and holds a picture of @p width x @p height. A @p stride under 1 means
-  /// the natural one. Null rectangles mean the whole picture.
+  /// this surface's format, bit depth and row order. Formats 1 to 4; others `VED_E_UNSUPPORTED`.
+  /// @param source rectangle of this surface, @param target rectangle of the memory's picture;
+  ///        both count in rows of memory, and neither is changed.
+  /// @param memory the picture: @p stride x @p height bytes, planar one and a half times that.
+  ///        Nothing around the rectangle is painted.
+  /// @param width, height size of the memory's picture, at least 1 each.
+  /// @param stride under 1 means the natural one: whole fours of bytes, planar the width.
+  /// @param quality a `ScaleMode`.
   virtual std::int32_t StretchToMemory(RECT* source, RECT* target, std::uint8_t* memory,
-                                       std::int32_t width, std::int32_t height,
-                                       std::int32_t stride, std::uint32_t quality) = 0;
-  /// Flushes, then draws a rectangle of @p source into a rectangle of this surface. Between RGB
-  /// and YUV420 the source surface itself is converted, for good.
+                                       std::int32_t width, std::int32_t height, std::int32_t stride,
+                                       std::uint32_t quality) = 0;
+  /// Flushes, then draws a rectangle of @p source into a rectangle of this surface, whose
+  /// `DirtyRect` grows by it. Formats 1 to 4; others `VED_E_UNSUPPORTED`.
+  /// @param target rectangle of this surface, @param sourceRect of the source; neither is changed.
+  /// @param source flushed too. Between RGB and YUV420 the source surface itself is converted, for
+  ///        good. Otherwise formats are not matched beyond RGB24 with RGB32.
+  /// @param quality a `ScaleMode`.
   virtual std::int32_t StretchFromSurface(RECT* target, IZorSurface* source, RECT* sourceRect,
                                           std::uint32_t quality) = 0;
-  /// Flushes, then paints a rectangle (null: everything). In a bottom-up RGB surface the caller's
-  /// rectangle is turned over in place. RGB surfaces take byte 0 of the colour as red and byte 2
-  /// as blue; planar ones take byte 0 as blue and byte 2 as red.
+  /// Flushes, then paints a rectangle. Formats 1, 2 and 4; others `VED_E_UNSUPPORTED`.
+  /// @param rectangle null: everything. In a bottom-up RGB surface the caller's rectangle is turned
+  ///        over in place, and afterwards counts in rows of memory.
+  /// @param colour RGB surfaces take byte 0 as red and byte 2 as blue, planar ones byte 0 as blue
+  ///        and byte 2 as red. The top byte isn't used.
   virtual std::int32_t Fill(RECT* rectangle, std::uint32_t colour) = 0;
   /// Runs the queue, its last operation straight into the host's memory, or copies the rows out
-  /// if nothing was queued. The surface itself keeps the state from before the last operation.
+  /// if nothing was queued (format 3: nothing is copied). The surface itself keeps the state from
+  /// before the last operation, which is gone from the queue.
   /// @param memory must hold the picture that results: @p stride x height bytes, planes included;
   ///        one and a half times that if the last operation is a resize.
   /// @param stride bytes from row to row in @p memory, at least 1.
   /// @param orientation row order wanted: 1 top-down, 0 bottom-up.
+  /// @return the result of the last operation. If an earlier one failed, its code; the last one is
+  ///         still queued then.
   virtual std::int32_t ReadPixels(std::uint8_t* memory, std::int32_t stride,
                                   std::uint32_t orientation) = 0;
   /// Flushes, then makes a system image that the host owns. @param kind 1: a DirectDraw surface
-  /// (zorsurface/direct_draw.h); 2: a device-independent bitmap in global memory, freed with
-  /// `GlobalFree`, or with `free` where there is none. @param flag receives 1.
+  ///        (zorsurface/direct_draw.h), released by the host; 2: a device-independent bitmap in
+  ///        global memory, freed with `GlobalFree`, or with `free` where there is none; others
+  ///        `VED_E_UNSUPPORTED`.
+  /// @param image receives it, @param flag receives 1; neither is touched on failure.
+  /// @return `E_FAIL` if the system can't make or lock it. The bitmap of a YUY2 surface sets the
+  ///         surface's own `Orientation` to 0.
   virtual std::int32_t ExportImage(std::uint32_t kind, void** image, std::uint32_t* flag) = 0;
   /// Flushes, then gives the address of the surface's own block, valid until the next operation
   /// that replaces it. @p out stays as it is when there are no pixels.
@@ -68,46 +105,77 @@ struct IZorSurface : VideoEdit::IVedUnknown {
   /// Runs the queued operations. @return the result of the last one.
   virtual std::int32_t Flush() = 0;
   /// Makes a surface with this one's description, pixels, aspect ratio, rectangles and a clone of
-  /// its mask. Flush first for an exact clone.
+  /// its mask; colours, opacity, children and queue are not cloned. The copy of the pixels flushes
+  /// this surface after the clone's size was taken: flush first for an exact clone.
+  /// @param out receives the clone with a reference for the caller.
+  /// @return `VED_E_OUTOFMEMORY`, or what the making of a blank surface or the mask's clone gave.
   virtual std::int32_t Clone(IZorSurface** out) = 0;
   /// Sets the key colour of this surface as a child; 0xFF000000 means none.
   virtual std::int32_t SetBackColor(std::uint32_t colour) = 0;
+  /// Gives the key colour.
   virtual std::int32_t GetBackColor(std::uint32_t* colour) = 0;
-  /// Sets the weight of the target under this child: 0 shows the child fully, 256 not at all.
+  /// Sets the weight of the target under this child: 0 shows the child fully, 256 not at all, and
+  /// more is `VED_E_INVALIDARG`. 0 at the beginning.
   virtual std::int32_t SetOpacity(std::uint32_t opacity) = 0;
+  /// Gives that weight.
   virtual std::int32_t GetOpacity(std::uint32_t* opacity) = 0;
   /// Takes a reference of an 8-bit mask; its samples weigh the target. There is no way to unset.
   virtual std::int32_t SetMask(IZorSurface* mask) = 0;
   /// Gives the mask with a new reference; without one stores null and returns `E_FAIL`.
   virtual std::int32_t GetMask(IZorSurface** mask) = 0;
+  /// Sets the part of this surface that is drawn when it is a child. Left and top below 0, and
+  /// right and bottom beyond the present size, are `VED_E_INVALIDARG`; later resizes don't adapt
+  /// it.
   virtual std::int32_t SetSourceRect(std::int32_t left, std::int32_t top, std::int32_t right,
                                      std::int32_t bottom) = 0;
+  /// Gives that rectangle; the whole picture at the beginning.
   virtual std::int32_t GetSourceRect(RECT* out) = 0;
+  /// Sets where in the target this surface is drawn when it is a child. Left and top below 0 are
+  /// `VED_E_INVALIDARG`; right and bottom are free.
   virtual std::int32_t SetDestRect(std::int32_t left, std::int32_t top, std::int32_t right,
                                    std::int32_t bottom) = 0;
+  /// Gives that rectangle; the whole picture at the beginning.
   virtual std::int32_t GetDestRect(RECT* out) = 0;
   /// @return the number of children itself.
   virtual std::int32_t GetChildCount() = 0;
-  /// Appends a child and takes a reference. @throws std::length_error "list<T> too long".
+  /// Appends a child and takes a reference. The first child is drawn first, so that the last one is
+  /// on top. A surface may be added twice, and to itself.
+  /// @throws std::length_error "list<T> too long", beyond 0x3FFFFFFF children.
   virtual std::int32_t AddChild(IZorSurface* child) = 0;
+  /// Takes the child at an index out and gives its reference back.
+  /// @return `VED_E_INVALIDARG` if there is no such index.
   virtual std::int32_t RemoveChild(std::int32_t index) = 0;
   /// Moves a child's first occurrence to an index; beyond the end means last.
+  /// @return `VED_E_INVALIDARG` for a negative index, `E_FAIL` if it isn't a child.
   virtual std::int32_t MoveChild(IZorSurface* child, std::int32_t index) = 0;
   /// @return the index of the child's first occurrence, or -1.
   virtual std::int32_t FindChild(IZorSurface* child) = 0;
-  /// @return the child with a new reference, or null.
+  /// @return the child at an index with a new reference for the caller, or null.
   virtual IZorSurface* GetChild(std::int32_t index) = 0;
   /// Flushes, draws the children and lets go of them. @param out receives the surface drawn on,
   /// with a reference for the caller.
   virtual std::int32_t Compose(IZorSurface** out) = 0;
   /// Stores the storage word. @return 1, not a result code.
   virtual std::int32_t SetStorageFlags(std::uint32_t flags) = 0;
-  /// Resizes at once, without flushing; as `QueueResize`, with any positive size.
+  /// Resizes at once, without flushing; as `QueueResize`, with any positive size, else
+  /// `VED_E_INVALIDARG`. A mask follows. The same size without an aspect ratio is a no-op.
+  /// @return `VED_E_OUTOFMEMORY`, of formats 1 to 3 `E_FAIL`, when there is no memory.
   virtual std::int32_t ResizeNow(std::int32_t width, std::int32_t height, std::int32_t fit,
                                  std::uint32_t quality) = 0;
-  /// Rotates at once, without flushing.
+  /// Turns the picture at once, without flushing; formats 1 to 4, others `VED_E_UNSUPPORTED`. 90
+  /// and 270 exchange width and height; other angles give the size that holds the turned picture,
+  /// made even, on black (gray pictures on 0). A mask follows.
+  /// @param degrees 0 and 360 do nothing. From 1 to 359 planar pictures and bottom-up packed ones
+  ///        turn clockwise as they are seen, top-down packed ones counterclockwise. Negative angles
+  ///        leave an empty picture, and larger ones draw nothing that is of use.
+  /// @return `VED_E_OUTOFMEMORY`, or `VED_E_INVALIDARG` if the new size would be negative.
   virtual std::int32_t RotateNow(std::int32_t degrees) = 0;
-  /// Converts at once, without flushing.
+  /// Converts at once, without flushing. RGB surfaces are bottom-up after a conversion.
+  /// @param format one of the `FORMAT_` numbers. The surface's own format is a no-op. RGB24, RGB32,
+  ///        YUV420 and YUY2 convert into one another; YUV420 to `FORMAT_YVU420` exchanges the
+  ///        chroma planes and stays YUV420; all else is `VED_E_UNSUPPORTED`. An RGB32 surface
+  ///        without a mask keeps its alpha as its mask; an odd RGB size is trimmed for YUV420.
+  /// @return `E_FAIL` without pixels, `VED_E_OUTOFMEMORY`, `VED_E_KERNEL` if the exchange failed.
   virtual std::int32_t ConvertNow(std::int32_t format) = 0;
   /// As `StretchFromSurface`, without flushing this surface.
   virtual std::int32_t StretchFromSurfaceNow(RECT* target, IZorSurface* source, RECT* sourceRect,

@@ -21,20 +21,21 @@
 #include <windows.h>
 #else
 
-/// A 16-byte identifier. Two identifiers are equal when their four 32-bit words are.
+/// A 16-byte identifier, as it is written: {Data1-Data2-Data3-Data4}. Two identifiers are equal
+/// when their four 32-bit words are.
 struct GUID {
-  std::uint32_t Data1;
-  std::uint16_t Data2;
-  std::uint16_t Data3;
-  std::uint8_t Data4[8];
+  std::uint32_t Data1;    ///< first group of digits
+  std::uint16_t Data2;    ///< second
+  std::uint16_t Data3;    ///< third
+  std::uint8_t Data4[8];  ///< fourth and fifth
 };
 
 /// A rectangle in pixels; right and bottom are exclusive.
 struct RECT {
-  std::int32_t left;
-  std::int32_t top;
-  std::int32_t right;
-  std::int32_t bottom;
+  std::int32_t left;    ///< first column
+  std::int32_t top;     ///< first row
+  std::int32_t right;   ///< column behind the last
+  std::int32_t bottom;  ///< row behind the last
 };
 
 #endif
