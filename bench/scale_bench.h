@@ -67,4 +67,12 @@ inline void Register(const std::string& name, const Work& work, std::size_t sour
       ->MinTime(0.05);
 }
 
+/// Runs what was registered. @return the program's exit code.
+inline int Run(int argc, char** argv) {
+  benchmark::Initialize(&argc, argv);
+  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
+  benchmark::RunSpecifiedBenchmarks();
+  return 0;
+}
+
 }  // namespace zor::bench

@@ -5,15 +5,9 @@
 /// Compare rows of one run only, best with
 ///     --benchmark_enable_random_interleaving=true --benchmark_repetitions=9
 
-#include <benchmark/benchmark.h>
-
-#include <cstdint>
 #include <cstring>
-#include <functional>
-#include <memory>
-#include <string>
-#include <vector>
 
+#include "bench/scale_bench.h"
 #include "convert/feature_word.h"
 #include "scale/stretch.h"
 
@@ -30,6 +24,9 @@ extern "C" {
 #endif
 
 namespace {
+
+using zor::bench::Pixels;
+using zor::bench::Work;
 
 enum class Method { kNearest, kBilinear, kArea };
 enum class Layout { kGray, kPlanar, kPacked };
@@ -53,31 +50,6 @@ struct Case {
                                        : pixels * 2;
   }
 };
-
-/// Bytes at an alignment of 64.
-class Pixels {
- public:
-  explicit Pixels(std::size_t bytes)
-      : bytes_(bytes),
-        data_(static_cast<std::uint8_t*>(std::aligned_alloc(64, (bytes + 127) / 64 * 64))) {
-    std::uint32_t state = 1;
-    for (std::size_t i = 0; i < bytes; ++i) {
-      state = state * 1664525 + 1013904223;
-      data_[i] = static_cast<std::uint8_t>((i >> 3) + (state >> 27));
-    }
-  }
-  ~Pixels() { std::free(data_); }
-  Pixels(const Pixels&) = delete;
-  Pixels& operator=(const Pixels&) = delete;
-  std::uint8_t* data() const { return data_; }
-  std::size_t size() const { return bytes_; }
-
- private:
-  std::size_t bytes_;
-  std::uint8_t* data_;
-};
-
-using Work = std::function<void(std::uint8_t* target, std::uint8_t* source)>;
 
 /// The planes of a picture without padding.
 struct Planes {
@@ -202,32 +174,9 @@ Work SwScale(const Case& c) {
 }
 #endif
 
-/// Runs over as many pairs of buffers as pass @p spread bytes, so that a large spread comes from
-/// and goes to memory.
-void Register(const Case& c, const char* contestant, const Work& work, std::size_t spread) {
-  if (work == nullptr) return;
-  const std::string name = c.Name() + (spread == 0 ? " hot/" : " cold/") + contestant;
-  benchmark::RegisterBenchmark(
-      name.c_str(),
-      [=](benchmark::State& state) {
-        const std::size_t pair = c.Bytes(c.sw, c.sh) + c.Bytes(c.dw, c.dh);
-        const std::size_t most = std::max(c.Bytes(c.sw, c.sh), c.Bytes(c.dw, c.dh));
-        std::vector<std::unique_ptr<Pixels>> sources;
-        std::vector<std::unique_ptr<Pixels>> targets;
-        do {
-          sources.push_back(std::make_unique<Pixels>(most));
-          targets.push_back(std::make_unique<Pixels>(most));
-        } while (sources.size() * pair < spread);
-        std::size_t turn = 0;
-        for (auto _ : state) {
-          work(targets[turn]->data(), sources[turn]->data());
-          turn = (turn + 1) % sources.size();
-        }
-        state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) *
-                                static_cast<std::int64_t>(pair));
-      })
-      ->Unit(benchmark::kMicrosecond)
-      ->MinTime(0.05);
+void RegisterCase(const Case& c, const char* contestant, const Work& work, std::size_t spread) {
+  zor::bench::Register(c.Name() + (spread == 0 ? " hot/" : " cold/") + contestant, work,
+                       c.Bytes(c.sw, c.sh), c.Bytes(c.dw, c.dh), spread);
 }
 
 void RegisterAll() {
@@ -249,18 +198,18 @@ void RegisterAll() {
   constexpr std::size_t kCold = std::size_t{384} << 20;
   for (const Case& c : cases) {
     for (const std::size_t spread : {std::size_t{0}, kCold}) {
-      Register(c, "zor", Ours(c), spread);
-      Register(c, "copy", Copy(c), spread);
+      RegisterCase(c, "zor", Ours(c), spread);
+      RegisterCase(c, "copy", Copy(c), spread);
 #ifdef ZOR_BENCH_LIBYUV
-      if (c.layout != Layout::kPacked) Register(c, "libyuv", LibYuv(c), spread);
+      if (c.layout != Layout::kPacked) RegisterCase(c, "libyuv", LibYuv(c), spread);
 #endif
 #ifdef ZOR_BENCH_ZIMG
       if (c.layout != Layout::kPacked && c.method != Method::kArea) {
-        Register(c, "zimg", Zimg(c), spread);
+        RegisterCase(c, "zimg", Zimg(c), spread);
       }
 #endif
 #ifdef ZOR_BENCH_LIBSWSCALE
-      Register(c, "swscale", SwScale(c), spread);
+      RegisterCase(c, "swscale", SwScale(c), spread);
 #endif
     }
   }
@@ -270,7 +219,7 @@ void RegisterAll() {
     for (const auto& [level, name] : {std::pair{zor::VectorLevel::kSse2, "zor sse2"},
                                       std::pair{zor::VectorLevel::kAvx2, "zor avx2"}}) {
       const zor::VectorLevel pinned = level;
-      Register(
+      RegisterCase(
           c, name,
           [=](std::uint8_t* target, std::uint8_t* source) {
             zor::LimitInnerVectorLevel(pinned);
@@ -286,8 +235,5 @@ void RegisterAll() {
 
 int main(int argc, char** argv) {
   RegisterAll();
-  benchmark::Initialize(&argc, argv);
-  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-  benchmark::RunSpecifiedBenchmarks();
-  return 0;
+  return zor::bench::Run(argc, argv);
 }

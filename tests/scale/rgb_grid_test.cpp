@@ -35,13 +35,13 @@ class RgbRoute : public testing::TestWithParam<RgbPair> {
 TEST_P(RgbRoute, WidthsAndHeightsUpToForty) {
   Noise noise(11);
   for (int sw = 1; sw <= 40; ++sw) {
-    for (int dw = 1 + sw % 3; dw <= 40; dw += 3) {
+    for (int dw = 1; dw <= 40; ++dw) {
       Draw(sw, noise.Range(1, 40), dw, noise.Range(1, 12), noise);
       if (HasFatalFailure()) return;
     }
   }
   for (int sh = 1; sh <= 40; ++sh) {
-    for (int dh = 1 + sh % 3; dh <= 40; dh += 3) {
+    for (int dh = 1; dh <= 40; ++dh) {
       Draw(noise.Range(1, 12), sh, noise.Range(1, 10), dh, noise);
       if (HasFatalFailure()) return;
     }

@@ -251,6 +251,26 @@ TEST(StretchYuv420, PlanarModesAtEqualSizesWriteOnlyInsideTheTargetsPlanes) {
   }
 }
 
+TEST(StretchYuv420, PlanarModesAtEqualSizesRunFromTheFirstChromaPlaneIntoTheSecond) {
+  // Source stride 8, target stride 4: target chroma rows of 2 stand 4 apart instead of 2. Row 1 of
+  // the first plane lands where row 0 of the second one stands, and after it; row 1 of the second
+  // would land behind the picture.
+  Bytes source(PlanarBytes(8, 4));
+  for (std::size_t i = 0; i < source.size(); ++i) source[i] = static_cast<std::uint8_t>(i);
+  GuardedMemory target(PlanarBytes(4, 4), GuardedMemory::Edge::kEnd, 9);
+  const Bytes before = target.Copy();
+  StretchYuv420(source.data(), 4, 4, 8, nullptr, target.data(), 4, 4, 4, nullptr, 0,
+                SCALE_PLANAR_NEAREST, 0);
+  const Bytes after = target.Copy();
+  for (std::size_t i = 0; i < 2; ++i) {
+    EXPECT_EQ(32 + i, after[16 + i]);
+    EXPECT_EQ(before[18 + i], after[18 + i]);
+    EXPECT_EQ(36 + i, after[20 + i]);
+    EXPECT_EQ(before[22 + i], after[22 + i]);
+  }
+  EXPECT_TRUE(target.GuardsIntact());
+}
+
 TEST(StretchYuv420, AreaCopiesChromaPlanesOfEqualSize) {
   // 5 x 5 to 4 x 4: chroma is 2 x 2 on both sides and passes as a block.
   Bytes source(PlanarBytes(5, 5) + 1);
