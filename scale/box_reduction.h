@@ -167,6 +167,22 @@ constexpr BoxReduction BoxReductionFor(std::int32_t rows, std::int32_t columns, 
   return {};
 }
 
+/// The reductions of one route by the box's rows and columns, 1 to 16 each; a box of no columns has
+/// a sum of 0, which its reduction leaves.
+struct BoxReductions {
+  BoxReduction of[17][17];
+};
+
+constexpr BoxReductions BoxReductionsFor(BoxPair pair) {
+  BoxReductions all{};
+  for (std::int32_t rows = 1; rows <= 16; ++rows) {
+    for (std::int32_t columns = 1; columns <= 16; ++columns) {
+      all.of[rows][columns] = BoxReductionFor(rows, columns, pair);
+    }
+  }
+  return all;
+}
+
 /// @return the average of one lane, before it is narrowed to a byte with saturation.
 constexpr std::uint32_t ReduceBoxSum(std::uint32_t sum, const BoxReduction& reduction) {
   std::uint32_t term = reduction.halve ? sum >> 1 : sum;

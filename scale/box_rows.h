@@ -22,12 +22,15 @@ struct BoxRun {
   std::int32_t pixelBytes;      ///< of the source: 3 or 4
   std::int64_t first;           ///< bytes of a row that the boxes read, from here
   std::int64_t end;             ///< to here; the last pixel is read four bytes wide
-  std::uint32_t alike;  ///< pixels across every box if they are alike and side by side, or 0
+  std::uint32_t alike;       ///< pixels across every box if they are alike and side by side, or 0
+  std::int32_t inTurn;       ///< leading boxes that have `least` pixels across or one more
+  std::uint32_t least;       ///< at least 1 if any box is in turn
+  const std::uint8_t* plan;  ///< of the form that works on the run, or null
 };
 
-/// @return the run with what follows from its boxes.
-BoxRun PlanBoxes(const std::uint32_t* counts, const std::int32_t* offsets, std::int32_t count,
-                 std::int32_t pixelBytes) noexcept;
+/// @return the run with what follows from its boxes, and no plan.
+BoxRun DescribeBoxes(const std::uint32_t* counts, const std::int32_t* offsets, std::int32_t count,
+                     std::int32_t pixelBytes) noexcept;
 
 /// One destination row of boxes.
 struct BoxRow {
@@ -47,20 +50,23 @@ struct BoxScratch {
 /// Room behind each scratch row, so that whole vectors may be used there.
 inline constexpr std::int64_t kBoxSlack = 64;
 
-/// Writes 4 bytes per box to @p out, which has `kBoxSlack` bytes of room behind them: the four
-/// lanes of the average, each held to 255. Of a 3-byte source the fourth lane averages the first
-/// bytes of the pixels behind.
-using BoxRowKernel = void (*)(std::uint8_t* out, const BoxRow& row, const BoxRun& run,
-                              const BoxScratch& scratch) noexcept;
+/// The kernels of one instruction set.
+struct BoxRowForm {
+  /// @return bytes of a plan for these boxes; 0 if the form works on them without one.
+  std::uint64_t (*planBytes)(const BoxRun& run) noexcept;
+  /// Makes the plan once per picture. @param plan aligned to 64.
+  void (*plan)(const BoxRun& run, std::uint8_t* plan) noexcept;
+  /// Writes 4 bytes per box: the four lanes of the average, each held to 255. Of a 3-byte source the
+  /// fourth lane averages the first bytes of the pixels behind.
+  void (*row)(std::uint8_t* out, const BoxRow& row, const BoxRun& run,
+              const BoxScratch& scratch) noexcept;
+};
 
-void BoxRowSse2(std::uint8_t* out, const BoxRow& row, const BoxRun& run,
-                const BoxScratch& scratch) noexcept;
-void BoxRowAvx2(std::uint8_t* out, const BoxRow& row, const BoxRun& run,
-                const BoxScratch& scratch) noexcept;
-void BoxRowAvx512(std::uint8_t* out, const BoxRow& row, const BoxRun& run,
-                  const BoxScratch& scratch) noexcept;
+extern const BoxRowForm kBoxRowsSse2;
+extern const BoxRowForm kBoxRowsAvx2;
+extern const BoxRowForm kBoxRowsAvx512;
 
 /// The forms by vector level.
-inline constexpr BoxRowKernel kBoxRowForms[] = {BoxRowSse2, BoxRowAvx2, BoxRowAvx512};
+inline constexpr const BoxRowForm* kBoxRowForms[] = {&kBoxRowsSse2, &kBoxRowsAvx2, &kBoxRowsAvx512};
 
 }  // namespace zor

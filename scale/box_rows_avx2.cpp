@@ -34,6 +34,15 @@ struct Avx2 {
     const V sums = _mm256_add_epi16(_mm256_unpacklo_epi64(a, b), _mm256_unpackhi_epi64(a, b));
     return _mm256_permute4x64_epi64(sums, _MM_SHUFFLE(3, 1, 2, 0));
   }
+  static ZOR_ALWAYS_INLINE V Sized(const std::uint32_t* counts, std::uint32_t size) {
+    const __m128i four = _mm_loadu_si128(reinterpret_cast<const __m128i*>(counts));
+    return _mm256_cvtepi32_epi64(_mm_cmpeq_epi32(four, _mm_set1_epi32(static_cast<int>(size))));
+  }
+  static ZOR_ALWAYS_INLINE V Select(V which, V a, V b) { return _mm256_blendv_epi8(a, b, which); }
+  static ZOR_ALWAYS_INLINE std::int32_t InTurn(std::uint8_t*, const BoxRow&, const BoxRun&,
+                                               const std::uint16_t*) {
+    return 0;
+  }
   template <int kBytes>
   static ZOR_ALWAYS_INLINE V Pairs(const std::uint8_t* p) {
     // Of each pair of pixels the bytes side by side, then added. Four pixels a half.
@@ -49,11 +58,17 @@ struct Avx2 {
   }
 };
 
-}  // namespace
+std::uint64_t NoPlan(const BoxRun&) noexcept {
+  return 0;
+}
 
-void BoxRowAvx2(std::uint8_t* out, const BoxRow& row, const BoxRun& run,
-                const BoxScratch& scratch) noexcept {
+void Row(std::uint8_t* out, const BoxRow& row, const BoxRun& run,
+         const BoxScratch& scratch) noexcept {
   AverageRow<Avx2>(out, row, run, scratch);
 }
+
+}  // namespace
+
+const BoxRowForm kBoxRowsAvx2 = {NoPlan, nullptr, Row};
 
 }  // namespace zor

@@ -32,6 +32,18 @@ struct Sse2 {
     // a0 a1, b0 b1 -> a0 + a1, b0 + b1
     return _mm_add_epi16(_mm_unpacklo_epi64(a, b), _mm_unpackhi_epi64(a, b));
   }
+  static ZOR_ALWAYS_INLINE V Sized(const std::uint32_t* counts, std::uint32_t size) {
+    const V two = _mm_loadl_epi64(reinterpret_cast<const V*>(counts));
+    const V same = _mm_cmpeq_epi32(two, _mm_set1_epi32(static_cast<int>(size)));
+    return _mm_unpacklo_epi32(same, same);
+  }
+  static ZOR_ALWAYS_INLINE V Select(V which, V a, V b) {
+    return _mm_or_si128(_mm_andnot_si128(which, a), _mm_and_si128(which, b));
+  }
+  static ZOR_ALWAYS_INLINE std::int32_t InTurn(std::uint8_t*, const BoxRow&, const BoxRun&,
+                                               const std::uint16_t*) {
+    return 0;
+  }
   template <int kBytes>
   static ZOR_ALWAYS_INLINE V Pairs(const std::uint8_t* p) {
     if (kBytes == 4) return AddPixels(Widen(p), Widen(p + 8));
@@ -47,11 +59,17 @@ struct Sse2 {
   }
 };
 
-}  // namespace
+std::uint64_t NoPlan(const BoxRun&) noexcept {
+  return 0;
+}
 
-void BoxRowSse2(std::uint8_t* out, const BoxRow& row, const BoxRun& run,
-                const BoxScratch& scratch) noexcept {
+void Row(std::uint8_t* out, const BoxRow& row, const BoxRun& run,
+         const BoxScratch& scratch) noexcept {
   AverageRow<Sse2>(out, row, run, scratch);
 }
+
+}  // namespace
+
+const BoxRowForm kBoxRowsSse2 = {NoPlan, nullptr, Row};
 
 }  // namespace zor

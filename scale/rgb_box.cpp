@@ -26,6 +26,10 @@ BoxPair PairOf(const RgbPicture& picture) {
   return static_cast<BoxPair>(from + (picture.target.bytesPerPixel == 4 ? 1 : 0));
 }
 
+constexpr BoxReductions kReductions[] = {
+    BoxReductionsFor(BoxPair::k3To3), BoxReductionsFor(BoxPair::k3To4),
+    BoxReductionsFor(BoxPair::k4To3), BoxReductionsFor(BoxPair::k4To4)};
+
 struct Sums {
   std::uint32_t v[3];
 };
@@ -45,16 +49,24 @@ class BoxScaler {
     const std::int64_t boxLanes = 4 * std::int64_t{p_.target.width} + kBoxSlack;
     WorkArray<std::uint16_t> scratch(unrolled_ ? static_cast<std::uint64_t>(columnLanes + boxLanes)
                                                : 1);
-    WorkArray<std::uint8_t> bytes(unrolled_ ? static_cast<std::uint64_t>(boxLanes) : 1);
+    WorkArray<std::uint8_t> bytes(unrolled_ ? 4 * static_cast<std::uint64_t>(p_.target.width) : 1);
     if (!scratch || !bytes) return;
     scratch_ = {scratch.data(), scratch.data() + columnLanes};
     bytes_ = bytes.data();
     const int level = static_cast<int>(InnerVectorLevel());
-    kernel_ = kBoxRowForms[level];
+    const BoxRowForm& form = *kBoxRowForms[level];
+    row_ = form.row;
     pack_ = kRgbRowForms[level]->pack;
     const RgbRun run = p_.mode == SCALE_BOX ? p_.Whole() : p_.Middle();
-    boxes_ = PlanBoxes(p_.across.words + run.start, p_.across.offsets + run.start, run.count,
-                       p_.source.bytesPerPixel);
+    boxes_ = DescribeBoxes(p_.across.words + run.start, p_.across.offsets + run.start, run.count,
+                           p_.source.bytesPerPixel);
+    const std::uint64_t planBytes = unrolled_ ? form.planBytes(boxes_) : 0;
+    WorkArray<std::uint8_t> plan(planBytes);
+    if (!plan) return;
+    if (planBytes > 0) {
+      form.plan(boxes_, plan.data());
+      boxes_.plan = plan.data();
+    }
     if (p_.mode == SCALE_BOX) {
       for (std::int32_t y = 0; y < p_.target.height; ++y) Averages(y, p_.Whole());
     } else {
@@ -87,22 +99,18 @@ class BoxScaler {
   /// Sixteen-bit sums and reductions by shifts. Rows of no pixels stay unwritten.
   void Unrolled(std::int32_t y, RgbRun run, std::int32_t rows) {
     if (rows < 1 || rows > 16) return;
-    if (rows != reducedRows_) {
-      reducedRows_ = rows;
-      for (std::int32_t h = 1; h <= 16; ++h) reductions_[h] = BoxReductionFor(rows, h, pair_);
-    }
-    kernel_(bytes_, {p_.SourceRow(y), p_.source.stride, rows, p_.readable, reductions_}, boxes_,
-            scratch_);
+    const BoxReduction* reductions = kReductions[static_cast<int>(pair_)].of[rows];
+    const bool packs = p_.target.bytesPerPixel == 3;
     std::uint8_t* out = p_.TargetRow(y) + std::int64_t{run.start} * p_.target.bytesPerPixel;
+    std::uint8_t* averages = packs ? bytes_ : out;
+    row_(averages, {p_.SourceRow(y), p_.source.stride, rows, p_.readable, reductions}, boxes_,
+         scratch_);
     const auto count = static_cast<std::size_t>(run.count);
-    if (p_.target.bytesPerPixel == 3) {
-      pack_(out, bytes_, run.count);
-      p_.Put(out + 3 * count, bytes_[4 * count - 1]);
+    if (packs) {
+      pack_(out, averages, run.count);
+      p_.Put(out + 3 * count, averages[4 * count - 1]);
     } else if (p_.source.bytesPerPixel == 3) {
-      for (std::size_t i = 0; i < count; ++i) bytes_[4 * i + 3] = 0;
-      std::memcpy(out, bytes_, 4 * count);
-    } else {
-      std::memcpy(out, bytes_, 4 * count);
+      for (std::size_t i = 0; i < count; ++i) averages[4 * i + 3] = 0;
     }
   }
 
@@ -168,17 +176,16 @@ class BoxScaler {
   BoxRun boxes_{};
   BoxScratch scratch_{};
   std::uint8_t* bytes_ = nullptr;
-  BoxRowKernel kernel_ = nullptr;
+  decltype(BoxRowForm::row) row_ = nullptr;
   void (*pack_)(std::uint8_t*, const std::uint8_t*, std::int32_t) noexcept = nullptr;
-  BoxReduction reductions_[17] = {};  // none across: a sum of 0
-  std::int32_t reducedRows_ = 0;
 };
 
 }  // namespace
 
-BoxRun PlanBoxes(const std::uint32_t* counts, const std::int32_t* offsets, std::int32_t count,
-                 std::int32_t pixelBytes) noexcept {
-  BoxRun run{counts, offsets, count, pixelBytes, 0, 0, count > 0 ? counts[0] : 0};
+BoxRun DescribeBoxes(const std::uint32_t* counts, const std::int32_t* offsets, std::int32_t count,
+                     std::int32_t pixelBytes) noexcept {
+  const std::uint32_t firstSize = count > 0 ? counts[0] : 0;
+  BoxRun run{counts, offsets, count, pixelBytes, 0, 0, firstSize, 0, firstSize, nullptr};
   std::int32_t used = 0;
   for (std::int32_t i = 0; i < count; ++i) {
     const auto across = static_cast<std::int64_t>(counts[i] & 0xFFFF);
@@ -191,6 +198,10 @@ BoxRun PlanBoxes(const std::uint32_t* counts, const std::int32_t* offsets, std::
     if (at != run.first + i * across * pixelBytes) run.alike = 0;
   }
   if (used != count) run.alike = 0;
+  const auto different =
+      std::find_if(counts, counts + count, [&](std::uint32_t size) { return size != firstSize; });
+  if (different != counts + count && *different + 1 == firstSize) run.least = *different;
+  while (run.least > 0 && run.inTurn < count && counts[run.inTurn] - run.least <= 1) ++run.inTurn;
   return run;
 }
 
