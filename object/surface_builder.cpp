@@ -180,7 +180,8 @@ std::int32_t CSurfaceBuilder::CreateFromMemory(const SurfaceDescription* descrip
   const std::int64_t bytes = CountMemoryBytes(layout);
   if (bytes < 1 || !FitsWord(bytes)) return VED_E_INVALIDARG;
   // Exchanged planes are whole quarters of luma; where those aren't even, the last bytes are left.
-  const bool whole = caller.format != FORMAT_YVU420 || bytes % 6 == 0;
+  // A negative height has a block, but no rows.
+  const bool whole = caller.format == FORMAT_YVU420 ? bytes % 6 == 0 : caller.height > 0;
   std::uint8_t* pixels =
       surface.AllocatePixels(bytes, whole ? BlockContents::kUnset : BlockContents::kZero);
   if (pixels == nullptr) return VED_E_OUTOFMEMORY;

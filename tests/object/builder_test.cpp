@@ -8,6 +8,7 @@
 
 #include "object/surface_builder.h"
 #include "platform/memory.h"
+#include "platform/system_calls.h"
 #include "support/guarded_memory.h"
 #include "support/surfaces.h"
 
@@ -122,7 +123,7 @@ TEST(CreateBlank, SizesBeyondAWordAreInvalid) {
     description.stride = size.stride;
     const BlankResult blank = FailBlank(description);
     EXPECT_EQ(blank.result, VED_E_INVALIDARG) << size.width << " x " << size.height;
-    EXPECT_LT(blank.bytes, 1);
+    EXPECT_EQ(blank.bytes, 0);  // a size that no word holds is stored as none
   }
 }
 
@@ -457,6 +458,51 @@ TEST(CreateFromMemory, EveryRefusedAllocationIsOutOfMemoryAndLeavesNothing) {
       EXPECT_EQ(out, kUntouched);
       EXPECT_EQ(source.dataCalls, k - 1);
       EXPECT_EQ(LiveAllocations(), before);
+    }
+  }
+}
+
+/// A heap whose new blocks are full of old contents.
+class UsedHeap {
+ public:
+  UsedHeap() {
+    zor::CurrentSystemCalls().memory.allocate = [](std::size_t bytes) {
+      void* const block = zor::NativeSystemCalls().memory.allocate(bytes);
+      if (block != nullptr) std::memset(block, 0xCD, bytes);
+      return block;
+    };
+  }
+  ~UsedHeap() { zor::CurrentSystemCalls() = zor::NativeSystemCalls(); }
+};
+
+TEST(CreateFromMemory, RowsThatATurnedSizeLeavesOutAreZeros) {
+  // As unsigned words -7 and -8 are large, and -8 x 3 x -8 is 192 bytes without a row to copy.
+  const UsedHeap heap;
+  SurfaceDescription description = Describe(4, 4, FORMAT_RGB24);
+  description.width = -7;
+  description.height = -8;
+  const HeldSurface surface = MakeSurface(description, Bytes(192, 1));
+  EXPECT_EQ(DescriptionOf(surface.get()).width, -8);
+  EXPECT_EQ(DescriptionOf(surface.get()).height, -8);
+  EXPECT_EQ(DescriptionOf(surface.get()).stride, -24);
+  EXPECT_THAT(BlockOf(surface.get(), 192), Each(0));
+}
+
+TEST(CreateFromMemory, NoByteOfANewBlockIsTheHeapsOwn) {
+  const UsedHeap heap;
+  for (const std::int32_t format :
+       {FORMAT_RGB24, FORMAT_RGB32, FORMAT_YUV420, FORMAT_YUY2, FORMAT_YVU420}) {
+    for (const auto& [width, height] : {std::pair{4, 4}, {5, 5}, {6, 7}, {10, 11}}) {
+      for (const std::int32_t wider : {0, 3}) {
+        SurfaceDescription description = Describe(width, height, format);
+        description.stride += wider;
+        const Bytes source(PictureBytes(description), 1);
+        const HeldSurface surface = MakeSurface(description, source);
+        for (const std::uint8_t byte :
+             BlockOf(surface.get(), PictureBytes(DescriptionOf(surface.get())))) {
+          ASSERT_LE(byte, 1) << "format " << format << " " << width << " x " << height;
+        }
+      }
     }
   }
 }
