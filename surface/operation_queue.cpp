@@ -47,14 +47,16 @@ std::int32_t CZorSurface::RunOperation(const SurfaceOperation& operation, std::i
   }
 }
 
+std::int32_t CZorSurface::RunFirst(std::int32_t previous) {
+  // Out of the queue before it runs: a surface that is its own mask may flush from in here.
+  const SurfaceOperation operation = operationQueue_.front();
+  operationQueue_.pop_front();
+  return RunOperation(operation, previous);
+}
+
 std::int32_t CZorSurface::RunQueuedOperations(std::int32_t count) {
   std::int32_t result = VED_OK;
-  for (; count > 0 && !operationQueue_.empty(); --count) {
-    // Out of the queue before it runs: a surface that is its own mask may flush from in here.
-    const SurfaceOperation operation = operationQueue_.front();
-    operationQueue_.pop_front();
-    result = RunOperation(operation, result);
-  }
+  for (; count > 0 && !operationQueue_.empty(); --count) result = RunFirst(result);
   return result;
 }
 
@@ -66,12 +68,14 @@ std::int32_t CZorSurface::FlushQueue(std::int32_t directOutput) {
   if (count == 0) return VED_OK;
   if (directOutput == 0) return RunQueuedOperations(count);
 
+  std::int32_t result = VED_OK;
   if (count >= 2) {
-    const std::int32_t result = RunQueuedOperations(count - 1);
-    if (result < 0) return result;  // the last record stays queued
+    result = RunQueuedOperations(count - 1);
+    // After a failure the last record stays queued. A surface that is its own mask may have run it.
+    if (result < 0 || operationQueue_.empty()) return result;
   }
   direct_.active = 1;
-  return RunQueuedOperations(1);
+  return RunFirst(result);
 }
 
 std::int32_t CZorSurface::Flush() {

@@ -97,6 +97,8 @@ class CZorSurface : public IZorSurface, public VideoEdit::CVedUnknown {
   std::int32_t FlushQueue(std::int32_t directOutput);
   /// Performs and erases the first @p count records; the caller holds `queueLock_`.
   std::int32_t RunQueuedOperations(std::int32_t count);
+  /// Performs and erases the first record of a queue that isn't empty. @return as `RunOperation`.
+  std::int32_t RunFirst(std::int32_t previous);
   /// Performs one record by the surface's present format. @return its result, or @p previous for
   /// a record of unknown type.
   std::int32_t RunOperation(const SurfaceOperation& operation, std::int32_t previous);

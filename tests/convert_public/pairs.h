@@ -13,9 +13,9 @@
 #include <string>
 #include <vector>
 
-#include "convert/feature_word.h"
 #include "support/guarded_memory.h"
 #include "support/surfaces.h"
+#include "support/with_features.h"
 
 namespace zor::test {
 
@@ -28,23 +28,6 @@ struct FormatPair {
 
 inline constexpr FormatPair kPairs[] = {{1, 2}, {1, 4}, {1, 5}, {2, 1}, {2, 4}, {2, 5}, {4, 1},
                                         {4, 2}, {4, 5}, {4, 6}, {5, 1}, {5, 2}, {5, 4}};
-
-/// All bits; bit 26 clear; bits 26 and 23 clear.
-inline constexpr std::uint32_t kAllBits = 0xFFFFFFFFu;
-inline constexpr std::uint32_t kWords[] = {kAllBits, kAllBits & ~kFeatureSse2,
-                                           kAllBits & ~kFeatureSse2 & ~kFeatureMmx};
-
-/// Sets the capability word for the length of a scope.
-class WithFeatures {
- public:
-  explicit WithFeatures(std::uint32_t word) : before_(CpuFeatureWord) { CpuFeatureWord = word; }
-  ~WithFeatures() { CpuFeatureWord = before_; }
-  WithFeatures(const WithFeatures&) = delete;
-  WithFeatures& operator=(const WithFeatures&) = delete;
-
- private:
-  std::uint32_t before_;
-};
 
 inline std::string NameOf(const FormatPair& pair) {
   return std::to_string(pair.from) + " to " + std::to_string(pair.to);

@@ -12,9 +12,9 @@
 #include <ostream>
 #include <vector>
 
-#include "convert/feature_word.h"
 #include "support/guarded_memory.h"
 #include "support/surfaces.h"
+#include "support/with_features.h"
 #include "surface/surface_buffer.h"
 
 inline bool operator==(const RECT& a, const RECT& b) {
@@ -27,22 +27,6 @@ inline std::ostream& operator<<(std::ostream& out, const RECT& r) {
 namespace zor::test {
 
 using Bytes = std::vector<std::uint8_t>;
-
-/// The words that choose the SSE2, MMX and plain forms.
-inline constexpr std::uint32_t kWords[] = {kFeatureSse2 | kFeatureSse | kFeatureMmx,
-                                           kFeatureSse | kFeatureMmx, 0};
-
-/// Sets the capability word for the length of a scope.
-class WithFeatures {
- public:
-  explicit WithFeatures(std::uint32_t word) : before_(CpuFeatureWord) { CpuFeatureWord = word; }
-  ~WithFeatures() { CpuFeatureWord = before_; }
-  WithFeatures(const WithFeatures&) = delete;
-  WithFeatures& operator=(const WithFeatures&) = delete;
-
- private:
-  std::uint32_t before_;
-};
 
 inline SurfaceDescription DescribeOriented(std::int32_t width, std::int32_t height,
                                            std::int32_t format, std::uint32_t orientation) {

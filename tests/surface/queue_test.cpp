@@ -201,6 +201,19 @@ TEST_F(Queue, OnlyTheLastResultBeforeTheDirectRecordCounts) {
   EXPECT_EQ(probe.calls.size(), 3u);
 }
 
+TEST_F(Queue, ADirectRecordOfAnotherTypeKeepsTheResultOfTheOnesBefore) {
+  probe.QueueConvert(FORMAT_RGB32);
+  probe.queue().Append({3, 8, 8, 0, 0, 0});
+  probe.results = {7};
+  EXPECT_EQ(probe.FlushQueue(1), 7);
+  EXPECT_EQ(probe.direct().active, 1u);
+  EXPECT_TRUE(probe.queue().empty());
+  probe.queue().Append({0, 8, 8, 0, 0, 0});
+  EXPECT_EQ(probe.FlushQueue(1), VED_OK);
+  EXPECT_TRUE(probe.queue().empty());
+  EXPECT_EQ(probe.calls.size(), 1u);
+}
+
 TEST_F(Queue, AFailingDirectRecordIsGoneAndTheNextFlushIsNotDirect) {
   probe.QueueConvert(99);
   probe.results = {VED_E_UNSUPPORTED};
