@@ -61,7 +61,12 @@ GlobalHandle CreateGlobalDib(std::int32_t width, std::int32_t height, std::int32
 
   GlobalHandle handle = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, static_cast<std::size_t>(bytes));
   if (handle == nullptr) return nullptr;
-  if (void* start = GlobalLock(handle)) std::memcpy(start, &header, sizeof header);
+  void* const start = GlobalLock(handle);
+  if (start == nullptr) {
+    GlobalFree(handle);
+    return nullptr;
+  }
+  std::memcpy(start, &header, sizeof header);
   GlobalUnlock(handle);
   return handle;
 }

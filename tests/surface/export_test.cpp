@@ -236,6 +236,19 @@ TEST(ExportDib, ALockThatGivesNothingFailsAndTheBitmapStays) {
   zor::GlobalFree(lastGlobal);
 }
 
+TEST(ExportDib, WithoutAHeaderThereIsNoBitmap) {
+  const HeldSurface surface = Noisy(Describe(8, 8, FORMAT_YUY2));
+  SystemCallWatch watch;
+  watch.Fail(SystemCall::kGlobalLock);
+  void* image = surface.get();
+  std::uint32_t flag = 77;
+  EXPECT_EQ(surface->ExportImage(kDib, &image, &flag), E_FAIL);
+  EXPECT_EQ(image, surface.get());
+  EXPECT_EQ(flag, 77u);
+  EXPECT_EQ(watch.Count(SystemCall::kGlobalFree), 1);
+  EXPECT_EQ(DescriptionOf(surface.get()).Orientation, 1u);
+}
+
 TEST(ExportDib, ImpossibleSizesFailWithoutAskingTheSystem) {
   SystemCallWatch watch;
   for (const auto& [width, height, bits] : {std::tuple{INT32_MAX, INT32_MAX, 24},
@@ -272,6 +285,55 @@ class ExportedDraw {
   IDirectDrawSurface7* handle;
   DDSURFACEDESC2 desc;
   Bytes memory;
+};
+
+/// Answers for a DirectDraw with a pitch and memory of the test's choice.
+class FakeDraw {
+ public:
+  FakeDraw(std::int32_t pitch, std::size_t bytes)
+      : memory(bytes, zor::test::GuardedMemory::Edge::kEnd, 0x5A), pitch_(pitch) {
+    current = this;
+    auto& calls = zor::CurrentSystemCalls();
+    calls.directDraw.createEx = [](IDirectDraw7** out) {
+      *out = reinterpret_cast<IDirectDraw7*>(current);
+      return std::int32_t{0};
+    };
+    calls.directDraw.setCooperativeLevel = [](IDirectDraw7*, std::uint32_t flags) {
+      current->level = flags;
+      return std::int32_t{-1};  // nobody minds
+    };
+    calls.directDraw.createSurface = [](IDirectDraw7*, DDSURFACEDESC2* desc,
+                                        IDirectDrawSurface7** out) {
+      current->asked = *desc;
+      *out = reinterpret_cast<IDirectDrawSurface7*>(current);
+      return std::int32_t{0};
+    };
+    calls.directDraw.release = [](IDirectDraw7*) {
+      ++current->releases;
+      return std::uint32_t{0};
+    };
+    calls.directDrawSurface.lock = [](IDirectDrawSurface7*, DDSURFACEDESC2* desc) {
+      *desc = current->asked;
+      desc->lPitch = current->pitch_;
+      desc->lpSurface = current->memory.data();
+      return std::int32_t{0};
+    };
+    calls.directDrawSurface.unlock = [](IDirectDrawSurface7*) {
+      ++current->unlocks;
+      return std::int32_t{0};
+    };
+  }
+  ~FakeDraw() { zor::CurrentSystemCalls() = zor::NativeSystemCalls(); }
+
+  zor::test::GuardedMemory memory;
+  DDSURFACEDESC2 asked = {};
+  std::uint32_t level = 0;
+  int releases = 0;
+  int unlocks = 0;
+
+ private:
+  std::int32_t pitch_;
+  static inline FakeDraw* current;
 };
 
 TEST(ExportDraw, RgbLeavesTopDownInRowsOfThePitch) {
@@ -370,6 +432,21 @@ TEST(ExportDraw, ALockThatFailsLeavesTheNewSurfaceAsItWasMade) {
   EXPECT_THAT(draw.memory, Each(0));
 }
 
+TEST(ExportDraw, ResultsOfTheLevelAndOfTheUnlockDoNotCount) {
+  const SurfaceDescription description = Describe(8, 6, FORMAT_RGB24);
+  const HeldSurface surface = Noisy(description);
+  FakeDraw draw(24, 144);  // its level is refused
+  zor::CurrentSystemCalls().directDrawSurface.unlock = [](IDirectDrawSurface7*) {
+    return std::int32_t{-5};
+  };
+  void* image = nullptr;
+  std::uint32_t flag = 0;
+  EXPECT_EQ(surface->ExportImage(kDraw, &image, &flag), VED_OK);
+  EXPECT_EQ(image, &draw);
+  EXPECT_EQ(flag, 1u);
+  EXPECT_EQ(draw.memory.Copy(), BlockOf(surface.get(), 144));
+}
+
 #ifndef _WIN32
 // On Windows the system's DirectDraw has memory of its own.
 TEST(ExportDraw, EveryRefusedAllocationFailsAndLeavesNothing) {
@@ -390,55 +467,6 @@ TEST(ExportDraw, EveryRefusedAllocationFailsAndLeavesNothing) {
   }
 }
 #endif
-
-/// Answers for a DirectDraw with a pitch and memory of the test's choice.
-class FakeDraw {
- public:
-  FakeDraw(std::int32_t pitch, std::size_t bytes)
-      : memory(bytes, zor::test::GuardedMemory::Edge::kEnd, 0x5A), pitch_(pitch) {
-    current = this;
-    auto& calls = zor::CurrentSystemCalls();
-    calls.directDraw.createEx = [](IDirectDraw7** out) {
-      *out = reinterpret_cast<IDirectDraw7*>(current);
-      return std::int32_t{0};
-    };
-    calls.directDraw.setCooperativeLevel = [](IDirectDraw7*, std::uint32_t flags) {
-      current->level = flags;
-      return std::int32_t{-1};  // nobody minds
-    };
-    calls.directDraw.createSurface = [](IDirectDraw7*, DDSURFACEDESC2* desc,
-                                        IDirectDrawSurface7** out) {
-      current->asked = *desc;
-      *out = reinterpret_cast<IDirectDrawSurface7*>(current);
-      return std::int32_t{0};
-    };
-    calls.directDraw.release = [](IDirectDraw7*) {
-      ++current->releases;
-      return std::uint32_t{0};
-    };
-    calls.directDrawSurface.lock = [](IDirectDrawSurface7*, DDSURFACEDESC2* desc) {
-      *desc = current->asked;
-      desc->lPitch = current->pitch_;
-      desc->lpSurface = current->memory.data();
-      return std::int32_t{0};
-    };
-    calls.directDrawSurface.unlock = [](IDirectDrawSurface7*) {
-      ++current->unlocks;
-      return std::int32_t{0};
-    };
-  }
-  ~FakeDraw() { zor::CurrentSystemCalls() = zor::NativeSystemCalls(); }
-
-  zor::test::GuardedMemory memory;
-  DDSURFACEDESC2 asked = {};
-  std::uint32_t level = 0;
-  int releases = 0;
-  int unlocks = 0;
-
- private:
-  std::int32_t pitch_;
-  static inline FakeDraw* current;
-};
 
 TEST(ExportDraw, ThePlanesOfAnOddHeightEndWithTheSurfacesMemory) {
   // 10 x 7 needs 70 + 2 x 15 bytes; three rows of 30 hold 90.
