@@ -11,6 +11,7 @@ list(APPEND ZOR_CORE_SOURCES
   platform/kelp_tool.cpp
   platform/memory.cpp
   platform/pixel_block.cpp
+  platform/shared_library.cpp
   platform/system_calls.cpp
   platform/${zor_system}/direct_draw.cpp
   platform/${zor_system}/global_memory.cpp

@@ -8,7 +8,7 @@ namespace zor {
 const SystemCalls& NativeSystemCalls() noexcept {
   static const SystemCalls calls = {NativeMemoryCalls(), NativeGlobalMemoryCalls(),
                                     NativeDirectDrawCalls(), NativeDirectDrawSurfaceCalls(),
-                                    NativeKelpToolCalls()};
+                                    NativeKelpToolCalls(), NativeSharedLibraryCalls()};
   return calls;
 }
 

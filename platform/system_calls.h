@@ -58,6 +58,12 @@ struct KelpToolCalls {
   std::int32_t(ZOR_KELP_CALL* unlockData)(void* handle);
 };
 
+/// Libraries that are found at run time; arguments and results as in shared_library.h.
+struct SharedLibraryCalls {
+  void* (*open)(const char* name);
+  void* (*find)(void* library, const char* name);
+};
+
 /// All calls of the layer.
 struct SystemCalls {
   MemoryCalls memory;
@@ -65,6 +71,7 @@ struct SystemCalls {
   DirectDrawCalls directDraw;
   DirectDrawSurfaceCalls directDrawSurface;
   KelpToolCalls kelpTool;
+  SharedLibraryCalls sharedLibrary;
 };
 
 /// @return the system's own functions.
@@ -79,5 +86,6 @@ GlobalMemoryCalls NativeGlobalMemoryCalls() noexcept;
 DirectDrawCalls NativeDirectDrawCalls() noexcept;
 DirectDrawSurfaceCalls NativeDirectDrawSurfaceCalls() noexcept;
 KelpToolCalls NativeKelpToolCalls() noexcept;
+SharedLibraryCalls NativeSharedLibraryCalls() noexcept;
 
 }  // namespace zor

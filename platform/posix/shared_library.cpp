@@ -1,18 +1,21 @@
 // SPDX-License-Identifier: BSD-2-Clause
 // Copyright (c) 2026, The ZorSurface authors
 
-#include "platform/shared_library.h"
-
 #include <dlfcn.h>
 
-namespace zor {
+#include "platform/system_calls.h"
 
-void* OpenSharedLibrary(const char* name) noexcept {
+namespace zor {
+namespace {
+
+void* Open(const char* name) {
   return dlopen(name, RTLD_NOW | RTLD_LOCAL);
 }
 
-void* FindFunction(void* library, const char* name) noexcept {
-  return dlsym(library, name);
+}  // namespace
+
+SharedLibraryCalls NativeSharedLibraryCalls() noexcept {
+  return {Open, dlsym};
 }
 
 }  // namespace zor

@@ -1,18 +1,25 @@
 // SPDX-License-Identifier: BSD-2-Clause
 // Copyright (c) 2026, The ZorSurface authors
 
-#include "platform/shared_library.h"
-
 #include <zorsurface/types.h>
 
-namespace zor {
+#include "platform/system_calls.h"
 
-void* OpenSharedLibrary(const char* name) noexcept {
+namespace zor {
+namespace {
+
+void* Open(const char* name) {
   return LoadLibraryA(name);
 }
 
-void* FindFunction(void* library, const char* name) noexcept {
+void* Find(void* library, const char* name) {
   return reinterpret_cast<void*>(GetProcAddress(static_cast<HMODULE>(library), name));
+}
+
+}  // namespace
+
+SharedLibraryCalls NativeSharedLibraryCalls() noexcept {
+  return {Open, Find};
 }
 
 }  // namespace zor

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/memory.h"
+#include "platform/shared_library.h"
 #include "support/kelp_handle.h"
 #include "support/system_call_watch.h"
 
@@ -112,6 +113,43 @@ TEST(SystemCalls, EachKelpCallCanBeMadeToFail) {
   EXPECT_EQ(watch.Count(SystemCall::kKelpLockData), 2);
   EXPECT_EQ(watch.Count(SystemCall::kKelpUnlockData), 1);
 }
+
+TEST(SystemCalls, ALibraryOrAFunctionOfItCanBeMissing) {
+  const std::uint8_t pixels[16] = {};
+  const zor::test::KelpHandle handle(4, 4, 8, 4, pixels, sizeof pixels);
+  SystemCallWatch watch;
+  watch.Fail(SystemCall::kOpenLibrary);
+  EXPECT_EQ(zor::OpenSharedLibrary("anything"), nullptr);
+  EXPECT_EQ(watch.Count(SystemCall::kOpenLibrary), 1);
+
+  zor::KelpInfo info{1, 2, 3, 4};
+  void* address = &info;
+  watch.Fail(SystemCall::kFindFunction);
+  EXPECT_NE(zor::KelpGetInfo(handle.get(), &info), 0);
+  EXPECT_EQ(info.width, 1);
+  watch.Fail(SystemCall::kFindFunction);
+  EXPECT_NE(zor::KelpLockData(handle.get(), &address), 0);
+  EXPECT_EQ(address, &info);
+  EXPECT_EQ(zor::KelpLockData(handle.get(), &address), 0);
+  watch.Fail(SystemCall::kFindFunction);
+  zor::KelpUnlockData(handle.get());
+  EXPECT_EQ(handle.Locks(), 1) << "nothing was called";
+  zor::KelpUnlockData(handle.get());
+  EXPECT_EQ(handle.Locks(), 0);
+}
+
+#ifdef _WIN32
+TEST(SystemCalls, WithoutTheLibraryOrItsFunctionThereIsNoDirectDraw) {
+  for (const SystemCall call : {SystemCall::kOpenLibrary, SystemCall::kFindFunction}) {
+    SystemCallWatch watch;
+    watch.Fail(call);
+    IDirectDraw7* directDraw = nullptr;
+    EXPECT_EQ(zor::DirectDrawCreateEx(&directDraw), E_FAIL);
+    EXPECT_EQ(directDraw, nullptr);
+    EXPECT_EQ(watch.Count(call), 1);
+  }
+}
+#endif
 
 TEST(SystemCalls, AreTheSystemsOwnAgainAfterAWatch) {
   {

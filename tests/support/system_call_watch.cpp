@@ -49,6 +49,7 @@ SystemCallWatch::SystemCallWatch() {
   using D = DirectDrawCalls;
   using F = DirectDrawSurfaceCalls;
   using K = KelpToolCalls;
+  using L = SharedLibraryCalls;
   Watched<C::kAllocate, &S::memory, &MemoryCalls::allocate>::Install();
   Watched<C::kFree, &S::memory, &MemoryCalls::free>::Install();
   Watched<C::kGlobalAlloc, &S::globalMemory, &G::alloc>::Install();
@@ -67,6 +68,8 @@ SystemCallWatch::SystemCallWatch() {
   Watched<C::kKelpGetInfo, &S::kelpTool, &K::getInfo>::Install();
   Watched<C::kKelpLockData, &S::kelpTool, &K::lockData>::Install();
   Watched<C::kKelpUnlockData, &S::kelpTool, &K::unlockData>::Install();
+  Watched<C::kOpenLibrary, &S::sharedLibrary, &L::open>::Install();
+  Watched<C::kFindFunction, &S::sharedLibrary, &L::find>::Install();
 }
 
 SystemCallWatch::~SystemCallWatch() {

@@ -29,6 +29,8 @@ enum class SystemCall {
   kKelpGetInfo,
   kKelpLockData,
   kKelpUnlockData,
+  kOpenLibrary,
+  kFindFunction,
   kCount
 };
 
