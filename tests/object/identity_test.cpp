@@ -202,6 +202,71 @@ TEST(Tables, TheSecondOneHoldsDestructorCountsAndQuery) {
   EXPECT_EQ(LiveAllocations(), before);
 }
 
+/// Calls the slots that work on pixels at places @p rotate and so on: those that flush, or those
+/// that do not.
+void DriveWorkingSlots(int rotate, int warp, int stretchTo, int stretchFrom, int fill) {
+  HeldSurface held = MakeBlank(Describe(16, 8, FORMAT_RGB24));
+  void* const surface = held.get();
+  SurfaceDescription description = {};
+  EXPECT_EQ(CallSlot<std::int32_t>(surface, fill, nullptr, 0x030201u), VED_OK);
+  std::uint8_t* pixels = nullptr;
+  held->GetPixels(&pixels);
+  EXPECT_EQ(pixels[0], 3);  // byte 2 of the colour is blue
+  EXPECT_EQ(pixels[2], 1);
+  std::uint8_t memory[8 * 24] = {};
+  EXPECT_EQ(CallSlot<std::int32_t>(surface, stretchTo, nullptr, nullptr, &memory[0], 8, 8, 24, 0u),
+            VED_OK);
+  EXPECT_EQ(memory[8 * 24 - 3], 3);
+  EXPECT_EQ(CallSlot<std::int32_t>(surface, stretchTo, nullptr, nullptr, nullptr, 8, 8, 24, 0u),
+            VED_E_INVALIDARG);
+  HeldSurface target = MakeBlank(Describe(8, 4, FORMAT_RGB24));
+  EXPECT_EQ(CallSlot<std::int32_t>(target.get(), stretchFrom, nullptr, surface, nullptr, 0u),
+            VED_OK);
+  target->GetPixels(&pixels);
+  EXPECT_EQ(pixels[4 * 24 - 3], 3);
+  const auto warpWith = [&](std::int32_t handle, double a, double c) {
+    return CallSlot<std::int32_t>(surface, warp, handle, 0u, a, -1.0, c, -1.0, 0);
+  };
+  EXPECT_EQ(warpWith(0, 1.0, 1.0), VED_E_INVALIDARG);
+  EXPECT_EQ(warpWith(1, -1.0, 1.0), VED_E_INVALIDARG);
+  EXPECT_EQ(warpWith(1, 1.0, -1.0), VED_E_INVALIDARG);
+  EXPECT_EQ(warpWith(1, 1.0, 1.0), VED_E_UNSUPPORTED);
+  EXPECT_EQ(CallSlot<std::int32_t>(surface, rotate, 90), VED_OK);
+  EXPECT_EQ(CallSlot<std::int32_t>(surface, 3, &description), VED_OK);
+  EXPECT_EQ(description.width, 8);
+  EXPECT_EQ(description.height, 16);
+}
+
+TEST(Tables, TheSurfacesWorkingSlotsStandInTheirOrder) {
+  DriveWorkingSlots(10, 11, 12, 13, 14);
+  DriveWorkingSlots(39, 43, 42, 41, 44);
+  HeldSurface held = MakeBlank(Describe(16, 8, FORMAT_RGB24));
+  void* const surface = held.get();
+  void* out = nullptr;
+  EXPECT_EQ(CallSlot<std::int32_t>(surface, 2, &IID_IZorSurface, &out), VED_OK);
+  EXPECT_EQ(out, surface);
+  held->Release();
+  SurfaceDescription description = {};
+  EXPECT_EQ(CallSlot<std::int32_t>(surface, 38, 12, 6, 0, 0u), VED_OK);
+  EXPECT_EQ(CallSlot<std::int32_t>(surface, 40, FORMAT_RGB32), VED_OK);
+  EXPECT_EQ(CallSlot<std::int32_t>(surface, 3, &description), VED_OK);
+  EXPECT_EQ(description.width, 12);
+  EXPECT_EQ(description.height, 6);
+  EXPECT_EQ(description.format, FORMAT_RGB32);
+  // Children are let go of by Compose alone.
+  const HeldSurface child = MakeBlank(Describe(12, 6, FORMAT_YUV420));
+  held = MakeBlank(Describe(12, 6, FORMAT_YUV420));
+  held->SetComposeInPlace(1);
+  child->SetDestRect(0, 0, 12, 6);
+  child->SetSourceRect(0, 0, 12, 6);
+  held->AddChild(child.get());
+  out = nullptr;
+  EXPECT_EQ(CallSlot<std::int32_t>(held.get(), 36, &out), VED_OK);
+  EXPECT_EQ(out, held.get());
+  EXPECT_EQ(held->GetChildCount(), 0);
+  held->Release();
+}
+
 TEST(Tables, TheSurfaceAnswersInTheOrderOfItsSlots) {
   HeldSurface held = MakeBlank(Describe(16, 8, FORMAT_RGB24));
   const HeldSurface child = MakeBlank(Describe(8, 8, FORMAT_RGB24));

@@ -209,6 +209,14 @@ TEST(KelpSource, ALockWithoutAnAddressIsAFailureAndIsUnlocked) {
   EXPECT_EQ(watch.Count(SystemCall::kKelpUnlockData), 1);
 }
 
+TEST(KelpSource, TheResultOfTheUnlockDoesNotCount) {
+  KelpImage image(8, 8, 24, 24);
+  SystemCallWatch watch;
+  watch.Fail(SystemCall::kKelpUnlockData, 5);
+  Take(image.handle.get(), SOURCE_KELP, FORMAT_RGB24);
+  EXPECT_EQ(watch.Count(SystemCall::kKelpUnlockData), 1);
+}
+
 TEST(KelpSource, WithoutMemoryForTheBlockTheHandleStaysLocked) {
   for (const std::int32_t format : {FORMAT_RGB24, FORMAT_YUV420}) {
     KelpImage image(8, 8, 24, 24);
@@ -334,6 +342,15 @@ TEST(DirectDrawSource, CodesOfDescribeAndLockComeThroughUnchanged) {
   image.lockResult = 1;  // only a negative result of a lock is a failure
   Take(image.handle(), SOURCE_DIRECT_DRAW, FORMAT_RGB24);
   EXPECT_EQ(image.locks, 0);
+}
+
+TEST(DirectDrawSource, TheResultOfTheUnlockDoesNotCount) {
+  FakeDraw image(8, 8, 24, 24);
+  image.memory = Bytes(192);
+  zor::CurrentSystemCalls().directDrawSurface.unlock = [](IDirectDrawSurface7*) {
+    return std::int32_t{-5};
+  };
+  Take(image.handle(), SOURCE_DIRECT_DRAW, FORMAT_RGB24);
 }
 
 TEST(DirectDrawSource, WithoutMemoryTheSurfaceIsUnlocked) {
@@ -489,6 +506,16 @@ TEST(GlobalDibSource, ABlockWithoutAWholeHeaderIsInvalid) {
   zor::GlobalHandle handle = zor::GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, 8);
   EXPECT_EQ(Fail(handle, SOURCE_GLOBAL_DIB, FORMAT_RGB24), VED_E_INVALIDARG);
   zor::GlobalFree(handle);
+}
+
+TEST(GlobalDibSource, ASizeThatTheSystemDoesNotTellIsInvalid) {
+  const Dib image(8, 8, 24, 192);
+  for (const int nth : {1, 2}) {
+    SystemCallWatch watch;
+    watch.Fail(SystemCall::kGlobalSize, 0, nth);
+    EXPECT_EQ(Fail(image.handle, SOURCE_GLOBAL_DIB, FORMAT_RGB24), VED_E_INVALIDARG);
+    EXPECT_EQ(watch.Count(SystemCall::kGlobalSize), nth);
+  }
 }
 
 TEST(GlobalDibSource, AFirstLockThatGivesNothingIsInvalid) {

@@ -146,6 +146,16 @@ TEST(Clone, FlushesTheQueueAndAFailureOfItIsTheResult) {
   EXPECT_EQ(surface->Flush(), VED_OK);
 }
 
+TEST(Clone, OfASurfaceTooSmallForABuilderGivesItsCodeAndStoresNothing) {
+  const HeldSurface surface = Noisy(Describe(8, 8, FORMAT_RGB32));
+  ASSERT_EQ(surface->ResizeNow(2, 2, 0, 0), VED_OK);
+  const std::int64_t before = LiveAllocations();
+  IZorSurface* out = surface.get();
+  EXPECT_EQ(surface->Clone(&out), VED_E_INVALIDARG);
+  EXPECT_EQ(out, surface.get());
+  EXPECT_EQ(LiveAllocations(), before);
+}
+
 /// Copies what it can: the clone is made for the size from before the flush.
 TEST(Clone, WithAQueueThatMakesTheSurfaceSmallerCopiesTheSmallerBlock) {
   const HeldSurface surface = Noisy(Describe(32, 32, FORMAT_YUV420));
