@@ -46,7 +46,7 @@ struct IZorSurface : VideoEdit::IVedUnknown {
                                    std::int32_t quality) = 0;
   /// Queues a conversion.
   /// @param format one of the `FORMAT_` numbers, looked at when it runs: see `ConvertNow`.
-  /// @return always `VED_OK`.
+  /// @return `VED_OK`, whatever the format; `VED_E_OUTOFMEMORY` if nothing could be queued.
   /// @throws std::length_error as `QueueResize`.
   virtual std::int32_t QueueConvert(std::int32_t format) = 0;
   /// Flushes, then turns the picture: `RotateNow`.
@@ -86,9 +86,12 @@ struct IZorSurface : VideoEdit::IVedUnknown {
   /// @param memory must hold the picture that results: @p stride x height bytes, planes included;
   ///        one and a half times that if the last operation is a resize.
   /// @param stride bytes from row to row in @p memory, at least 1.
-  /// @param orientation row order wanted: 1 top-down, 0 bottom-up.
-  /// @return the result of the last operation. If an earlier one failed, its code; the last one is
-  ///         still queued then.
+  /// @param orientation row order wanted: 1 top-down, 0 bottom-up. If the last operation converts
+  ///        from RGB to YUV420 or YUY2, or from YUY2 to RGB, the rows come in the other order than
+  ///        the one wanted; between RGB24 and RGB32, and among YUV420, YVU420 and YUY2, in the
+  ///        surface's own.
+  /// @return the result of the last operation. If the one before it failed, the code of that; the
+  ///         last one is still queued then.
   virtual std::int32_t ReadPixels(std::uint8_t* memory, std::int32_t stride,
                                   std::uint32_t orientation) = 0;
   /// Flushes, then makes a system image that the host owns. @param kind 1: a DirectDraw surface
@@ -108,7 +111,8 @@ struct IZorSurface : VideoEdit::IVedUnknown {
   /// its mask; colours, opacity, children and queue are not cloned. The copy of the pixels flushes
   /// this surface after the clone's size was taken: flush first for an exact clone.
   /// @param out receives the clone with a reference for the caller.
-  /// @return `VED_E_OUTOFMEMORY`, or what the making of a blank surface or the mask's clone gave.
+  /// @return `VED_E_OUTOFMEMORY`, or what the making of a blank surface, the flush or the mask's
+  ///         clone gave.
   virtual std::int32_t Clone(IZorSurface** out) = 0;
   /// Sets the key colour of this surface as a child; 0xFF000000 means none.
   virtual std::int32_t SetBackColor(std::uint32_t colour) = 0;
@@ -128,13 +132,13 @@ struct IZorSurface : VideoEdit::IVedUnknown {
   /// it.
   virtual std::int32_t SetSourceRect(std::int32_t left, std::int32_t top, std::int32_t right,
                                      std::int32_t bottom) = 0;
-  /// Gives that rectangle; the whole picture at the beginning.
+  /// Gives that rectangle; all zeros, which is nothing to draw, at the beginning.
   virtual std::int32_t GetSourceRect(RECT* out) = 0;
   /// Sets where in the target this surface is drawn when it is a child. Left and top below 0 are
   /// `VED_E_INVALIDARG`; right and bottom are free.
   virtual std::int32_t SetDestRect(std::int32_t left, std::int32_t top, std::int32_t right,
                                    std::int32_t bottom) = 0;
-  /// Gives that rectangle; the whole picture at the beginning.
+  /// Gives that rectangle; all zeros, which `Compose` refuses, at the beginning.
   virtual std::int32_t GetDestRect(RECT* out) = 0;
   /// @return the number of children itself.
   virtual std::int32_t GetChildCount() = 0;

@@ -37,7 +37,8 @@ struct ISurfaceBuilder : VideoEdit::IVedUnknown {
   /// Makes a blank surface of at least 4 x 4.
   /// @param description width, height, format, bits per pixel and stride count; a planar one needs
   ///        stride = width.
-  /// @param blockBytes receives the size of the pixel block, also where it is found too small.
+  /// @param blockBytes receives the size of the pixel block, also where it is found too small; 0
+  ///        for a size beyond 32 bits, which is `VED_E_INVALIDARG` too.
   /// @param out receives the surface: planar ones black, RGB and gray ones 0, YUY2 ones
   ///        0x80 in the first quarter of their bytes and 0 in the others.
   virtual std::int32_t CreateBlank(const SurfaceDescription* description, std::int32_t* blockBytes,
