@@ -7,6 +7,7 @@
 #include <cstring>
 
 #include "platform/memory.h"
+#include "scale/across_rows.h"
 #include "scale/gray_rows.h"
 #include "scale/gray_tables.h"
 
@@ -41,29 +42,6 @@ struct Planned {
     kernel->plan(columns, plan);
     return memory + RoundUp(bytes);
   }
-};
-
-/// The last two source rows that were interpolated across.
-class AcrossRows {
- public:
-  AcrossRows(const Planned<GrayLerpKernel>& lerp, std::uint8_t* memory, std::uint64_t rowBytes)
-      : lerp_(lerp), rows_{memory, memory + rowBytes} {}
-
-  const std::uint8_t* Get(const std::uint8_t* sourceRow) noexcept {
-    if (sourceRow == sources_[latest_]) return rows_[latest_];
-    latest_ ^= 1;
-    if (sourceRow != sources_[latest_]) {
-      lerp_.kernel->across(rows_[latest_], sourceRow, lerp_.plan);
-      sources_[latest_] = sourceRow;
-    }
-    return rows_[latest_];
-  }
-
- private:
-  const Planned<GrayLerpKernel>& lerp_;
-  std::uint8_t* rows_[2];
-  const std::uint8_t* sources_[2] = {nullptr, nullptr};
-  int latest_ = 0;
 };
 
 /// One call: its pictures, tables and kernels. Rows of the top and bottom band are picked whole;
@@ -103,7 +81,9 @@ class GrayScaler {
       for (std::int32_t y = 0; y < target_.height; ++y) NearestRow(y);
       return;
     }
-    AcrossRows rows(lerp_, memory, rowBytes);
+    AcrossRows rows([this](std::uint8_t* out,
+                           const std::uint8_t* row) { lerp_.kernel->across(out, row, lerp_.plan); },
+                    memory, rowBytes);
     for (std::int32_t y = 0; y < target_.height; ++y) {
       if (y < bands_.first) {
         SameWidth() ? CopyRow(y) : PickRow(y);
@@ -187,7 +167,8 @@ class GrayScaler {
     if (middle_ > 0) down_(out + first, row + first, row + source_.stride + first, weight, middle_);
   }
 
-  void InterpolatedRow(std::int32_t y, AcrossRows* rows) noexcept {
+  template <class Across>
+  void InterpolatedRow(std::int32_t y, AcrossRows<Across>* rows) noexcept {
     std::uint8_t* out = TargetRow(y);
     const std::uint8_t* row = SourceRow(y);
     PickSides(out, row);

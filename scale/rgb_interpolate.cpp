@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "platform/memory.h"
+#include "scale/across_rows.h"
 #include "scale/gray_rows.h"
 #include "scale/rgb_picture.h"
 #include "scale/rgb_rows.h"
@@ -45,14 +46,15 @@ std::uint64_t RoundUp(std::int64_t bytes) {
 }
 
 /// A column kernel with its plan for one run.
+template <class Kernel>
 struct PlannedColumns {
-  const RgbColumnKernel* kernel = nullptr;
+  const Kernel* kernel = nullptr;
   RgbColumns columns{};
   std::int64_t bytes = 0;
   std::uint8_t* plan = nullptr;
 
   /// Chooses the widest form that takes the columns; the plain one takes any.
-  void Choose(RgbColumnKernel RgbRowForm::*which, const RgbColumns& run) {
+  void Choose(Kernel RgbRowForm::*which, const RgbColumns& run) {
     columns = run;
     int form = WidestRgbRowForm(InnerVectorLevel());
     do {
@@ -65,32 +67,6 @@ struct PlannedColumns {
     kernel->plan(columns, plan);
     return memory + RoundUp(bytes);
   }
-  void Row(std::uint8_t* out, const std::uint8_t* row) const {
-    kernel->row(out, row, columns, plan);
-  }
-};
-
-/// The last two source rows that were worked across, four bytes a pixel.
-class AcrossCache {
- public:
-  AcrossCache(const PlannedColumns& columns, std::uint8_t* memory, std::uint64_t rowBytes)
-      : columns_(columns), rows_{memory, memory + rowBytes} {}
-
-  const std::uint8_t* Get(const std::uint8_t* sourceRow) {
-    if (sourceRow == sources_[latest_]) return rows_[latest_];
-    latest_ ^= 1;
-    if (sourceRow != sources_[latest_]) {
-      columns_.Row(rows_[latest_], sourceRow);
-      sources_[latest_] = sourceRow;
-    }
-    return rows_[latest_];
-  }
-
- private:
-  const PlannedColumns& columns_;
-  std::uint8_t* rows_[2];
-  const std::uint8_t* sources_[2] = {nullptr, nullptr};
-  int latest_ = 0;
 };
 
 /// One call of the interpolating modes.
@@ -105,38 +81,45 @@ class Interpolator {
   void Run() {
     const bool nearest = p_.mode == SCALE_NEAREST;
     const RgbRun run = nearest ? p_.Whole() : p_.Middle();
+    const RgbColumns columns{
+        p_.across.offsets + run.start,        p_.across.words + run.start, run.count, kFrom, kTo,
+        std::int64_t{p_.source.width} * kFrom};
     // Weights that differ from byte to byte are worked pixel by pixel.
     fast_ = run.count > 0 && p_.mode != SCALE_AREA;
-    const std::int64_t rowBytes = std::int64_t{p_.source.width} * kFrom;
-    if (fast_) {
-      planned_.Choose(
-          nearest ? &RgbRowForm::pick : &RgbRowForm::across,
-          {p_.across.offsets + run.start, p_.across.words + run.start, run.count, kFrom, rowBytes});
-    }
-    const std::uint64_t wideRow = RoundUp(4 * std::int64_t{run.count}) + kLine;
-    WorkArray<std::uint8_t> memory(RoundUp(planned_.bytes) + 3 * wideRow);
+    if (fast_)
+      nearest ? pick_.Choose(&RgbRowForm::pick, columns) : lerp_.Choose(&RgbRowForm::lerp, columns);
+    const std::uint64_t rowBytes = RoundUp(std::int64_t{kTo} * run.count) + kLine;
+    WorkArray<std::uint8_t> memory(RoundUp(pick_.bytes) + RoundUp(lerp_.bytes) + 2 * rowBytes);
     if (!memory) return;
-    std::uint8_t* rest = fast_ ? planned_.Make(memory.data()) : memory.data();
-    lerped_ = rest + 2 * wideRow;
     const VectorLevel level = InnerVectorLevel();
-    lerpBytes_ = kGrayRowForms[WidestGrayRowForm(level)]->down;
+    down_ = kGrayRowForms[WidestGrayRowForm(level)]->down;
     pack_ = kRgbRowForms[WidestRgbRowForm(level)]->pack;
-    AcrossCache cache(planned_, rest, wideRow);
-    cache_ = &cache;
     if (nearest) {
+      pick_.Make(memory.data());
       for (std::int32_t y = 0; y < p_.target.height; ++y) NearestRow(y);
       return;
     }
+    std::uint8_t* rest = fast_ ? lerp_.Make(memory.data()) : memory.data();
+    Rows rows({&lerp_}, rest, rowBytes);
     for (std::int32_t y = 0; y < p_.target.height; ++y) {
       const int band = y < p_.down.edges.first ? 0 : y < p_.down.edges.last ? 1 : 2;
-      if (kFrom == 4 && kTo == 4 && band == 1 && ShortRow(y)) continue;
+      if (kFrom == 4 && kTo == 4 && band == 1 && ShortRow(y, &rows)) continue;
       Slow(y, Edge(band, 0, y), p_.Left());
-      Middle(y, band);
+      Middle(y, band, &rows);
       Slow(y, Edge(band, 2, y), p_.Right());
     }
   }
 
  private:
+  /// Interpolates a source row across.
+  struct Across {
+    const PlannedColumns<RgbLerpKernel>* lerp;
+    void operator()(std::uint8_t* out, const std::uint8_t* row) const {
+      lerp->kernel->across(out, row, lerp->columns, lerp->plan);
+    }
+  };
+  using Rows = AcrossRows<Across>;
+
   bool SameWidth() const { return p_.source.width == p_.target.width; }
 
   /// The shape of an edge run. Some corners are copies in the first and the last row.
@@ -169,41 +152,46 @@ class Interpolator {
   }
 
   /// The middle run of a row.
-  void Middle(std::int32_t y, int band) {
+  void Middle(std::int32_t y, int band, Rows* rows) {
     const RgbRun run = p_.Middle();
     const Shape shape = regions_.shapes[band][1];
-    const bool across = shape == Shape::kFull || shape == Shape::kHorizontalOnly;
-    if (!fast_ || !across) {
+    if (fast_ && shape == Shape::kFull) {
+      LerpRun(y, run, p_.SourceRow(y), p_.down.words[y] & 255, rows);
+    } else if (fast_ && shape == Shape::kHorizontalOnly) {
+      LerpRun(y, run, p_.SourceRow(y), 0, rows);
+    } else {
       Slow(y, shape, run);
-      return;
     }
-    const std::uint8_t* row = p_.SourceRow(y);
-    const std::uint8_t* a = cache_->Get(row);
-    const std::uint32_t weight = shape == Shape::kFull ? p_.down.words[y] & 255 : 0;
-    if (weight == 0) {
-      Deliver(y, run, a);
-      return;
-    }
-    const std::uint8_t* b = cache_->Get(row + p_.source.stride);
-    std::uint8_t* out = p_.TargetRow(y) + std::int64_t{run.start} * kTo;
-    std::uint8_t* lerped = kTo == 4 ? out : lerped_;
-    lerpBytes_(lerped, a, b, static_cast<std::int32_t>(weight), 4 * run.count);
-    if (kTo == 3) pack_(out, lerped, run.count);
   }
 
-  /// Behind 3-byte pixels the right run follows, so that nothing of a fourth byte remains.
-  void Deliver(std::int32_t y, RgbRun run, const std::uint8_t* pixels) {
+  /// A run interpolated across and, with a weight, down. Behind 3-byte pixels the right run
+  /// follows, so that nothing of a fourth byte remains.
+  void LerpRun(std::int32_t y, RgbRun run, const std::uint8_t* row, std::uint32_t weight,
+               Rows* rows) {
+    if (run.count <= 0) return;
     std::uint8_t* out = p_.TargetRow(y) + std::int64_t{run.start} * kTo;
-    if (kTo == 4) {
-      std::memcpy(out, pixels, 4 * static_cast<std::size_t>(run.count));
+    const std::uint8_t* next = row + p_.source.stride;
+    const std::int32_t bytes = kTo * run.count;
+    const auto w = static_cast<std::int32_t>(weight);
+    // Up the picture, rows share source rows, and each is interpolated across once. Down the
+    // picture they hardly do, and a row that is never stored is cheaper than one found again.
+    if (p_.axes.stepY < 1.0) {
+      const std::uint8_t* a = rows->Get(row);
+      if (weight == 0) {
+        std::memcpy(out, a, static_cast<std::size_t>(bytes));
+      } else {
+        down_(out, a, rows->Get(next), w, bytes);
+      }
+    } else if (weight == 0) {
+      lerp_.kernel->across(out, row, lerp_.columns, lerp_.plan);
     } else {
-      pack_(out, pixels, run.count);
+      lerp_.kernel->both(out, row, next, lerp_.columns, lerp_.plan, w);
     }
   }
 
   /// Rows of the middle band of 4-byte pictures whose row weight stands at an end, or whose width
   /// doesn't change. @return whether the row is done.
-  bool ShortRow(std::int32_t y) {
+  bool ShortRow(std::int32_t y, Rows* rows) {
     const std::uint32_t word = p_.down.words[y];
     const bool atEnd = word == 0 || word == kEdgeWeight;
     const bool sideBySide = p_.axes.startX == 0.0 && SameWidth();
@@ -217,11 +205,11 @@ class Interpolator {
     Slow(y, Edge(1, 0, y), p_.Left());
     if (const RgbRun run = p_.Middle(); run.count > 0) {
       if (atEnd) {
-        Deliver(y, run, cache_->Get(row));
+        LerpRun(y, run, row, 0, rows);
       } else {
         const std::int64_t at = 4 * std::int64_t{run.start};
-        lerpBytes_(out + at, row + at, row + p_.source.stride + at,
-                   static_cast<std::int32_t>(word & 255), 4 * run.count);
+        down_(out + at, row + at, row + p_.source.stride + at,
+              static_cast<std::int32_t>(word & 255), 4 * run.count);
       }
     }
     Slow(y, Edge(1, 2, y), p_.Right());
@@ -237,11 +225,8 @@ class Interpolator {
       std::memmove(out, p_.TargetRow(y - 1), kTo * width);
     } else if (SameWidth()) {
       Repack(out, row, width);
-    } else if (kTo == 4) {
-      planned_.Row(out, row);
     } else {
-      planned_.Row(lerped_, row);
-      pack_(out, lerped_, p_.target.width);
+      pick_.kernel->row(out, row, pick_.columns, pick_.plan);
     }
   }
 
@@ -263,11 +248,10 @@ class Interpolator {
   const Regions& regions_;
   Lanes background_;
   bool fast_ = false;
-  PlannedColumns planned_;
-  std::uint8_t* lerped_ = nullptr;
-  GrayDownKernel lerpBytes_ = nullptr;
+  PlannedColumns<RgbPickKernel> pick_;
+  PlannedColumns<RgbLerpKernel> lerp_;
+  GrayDownKernel down_ = nullptr;
   void (*pack_)(std::uint8_t*, const std::uint8_t*, std::int32_t) noexcept = nullptr;
-  AcrossCache* cache_ = nullptr;
 };
 
 }  // namespace

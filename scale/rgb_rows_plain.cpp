@@ -14,28 +14,39 @@ std::int64_t NoPlan(const RgbColumns&) noexcept {
 }
 void MakeNoPlan(const RgbColumns&, std::uint8_t*) noexcept {}
 
+/// Writes value(column, byte) to every byte of every column that source and target both have.
+template <class Value>
+void ForEachByte(std::uint8_t* out, const RgbColumns& columns, Value value) noexcept {
+  for (std::int32_t i = 0; i < columns.count; ++i, out += columns.targetBytes) {
+    for (std::int32_t k = 0; k < columns.targetBytes; ++k) {
+      out[k] = k < columns.sourceBytes ? static_cast<std::uint8_t>(value(i, k)) : std::uint8_t{0};
+    }
+  }
+}
+
+std::int32_t LerpAcross(const std::uint8_t* row, const RgbColumns& columns, std::int32_t column,
+                        std::int32_t byte) noexcept {
+  const std::uint8_t* p = row + columns.offsets[column] + byte;
+  return Lerp(p[0], p[columns.sourceBytes], static_cast<std::int32_t>(columns.words[column] & 255));
+}
+
 void Pick(std::uint8_t* out, const std::uint8_t* row, const RgbColumns& columns,
           const std::uint8_t*) noexcept {
-  for (std::int32_t i = 0; i < columns.count; ++i, out += 4) {
-    const std::uint8_t* p = row + columns.offsets[i];
-    out[0] = p[0];
-    out[1] = p[1];
-    out[2] = p[2];
-    out[3] = columns.pixelBytes == 4 ? p[3] : 0;
-  }
+  ForEachByte(out, columns,
+              [&](std::int32_t i, std::int32_t k) { return row[columns.offsets[i] + k]; });
 }
 
 void Across(std::uint8_t* out, const std::uint8_t* row, const RgbColumns& columns,
             const std::uint8_t*) noexcept {
-  const std::int32_t bytes = columns.pixelBytes;
-  for (std::int32_t i = 0; i < columns.count; ++i, out += 4) {
-    const std::uint8_t* p = row + columns.offsets[i];
-    const auto weight = static_cast<std::int32_t>(columns.words[i] & 255);
-    out[3] = 0;
-    for (std::int32_t k = 0; k < bytes; ++k) {
-      out[k] = static_cast<std::uint8_t>(Lerp(p[k], p[k + bytes], weight));
-    }
-  }
+  ForEachByte(out, columns,
+              [&](std::int32_t i, std::int32_t k) { return LerpAcross(row, columns, i, k); });
+}
+
+void Both(std::uint8_t* out, const std::uint8_t* row, const std::uint8_t* nextRow,
+          const RgbColumns& columns, const std::uint8_t*, std::int32_t weight) noexcept {
+  ForEachByte(out, columns, [&](std::int32_t i, std::int32_t k) {
+    return Lerp(LerpAcross(row, columns, i, k), LerpAcross(nextRow, columns, i, k), weight);
+  });
 }
 
 void Pack(std::uint8_t* out, const std::uint8_t* in, std::int32_t count) noexcept {
@@ -45,6 +56,6 @@ void Pack(std::uint8_t* out, const std::uint8_t* in, std::int32_t count) noexcep
 }  // namespace
 
 const RgbRowForm kRgbRowsPlain = {
-    "plain", {NoPlan, MakeNoPlan, Pick}, {NoPlan, MakeNoPlan, Across}, Pack};
+    "plain", {NoPlan, MakeNoPlan, Pick}, {NoPlan, MakeNoPlan, Across, Both}, Pack};
 
 }  // namespace zor

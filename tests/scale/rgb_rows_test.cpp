@@ -30,45 +30,68 @@ struct Columns {
       words.push_back(noise.Byte() * 0x01010101u);
     }
   }
-  RgbColumns Get() const {
-    return {offsets.data(), words.data(), static_cast<std::int32_t>(offsets.size()), pixelBytes,
-            std::int64_t{pixels} * pixelBytes};
+  RgbColumns Get(int targetBytes) const {
+    return {offsets.data(), words.data(), static_cast<std::int32_t>(offsets.size()),
+            pixelBytes,     targetBytes,  std::int64_t{pixels} * pixelBytes};
+  }
+  /// lerp(p, q, w) of one byte of a column.
+  int Across(const std::uint8_t* row, int i, int k) const {
+    const auto at = static_cast<std::size_t>(i);
+    const int p = row[offsets[at] + k];
+    const int q = row[offsets[at] + pixelBytes + k];
+    return (p * 256 + (q - p) * static_cast<int>(words[at] & 255)) / 256;  // never negative
   }
 };
 
-/// Runs one kernel of a form if it takes the columns, with a plan of its own.
-bool RunKernel(const RgbColumnKernel& kernel, const Columns& columns, const std::uint8_t* row,
-               std::uint8_t* out) {
-  const std::int64_t bytes = kernel.planBytes(columns.Get());
+/// Makes a plan for a kernel and calls run(columns, plan), if the kernel takes the columns.
+template <class Kernel, class Run>
+bool WithPlan(const Kernel& kernel, const Columns& columns, int targetBytes, Run run) {
+  const RgbColumns given = columns.Get(targetBytes);
+  const std::int64_t bytes = kernel.planBytes(given);
   if (bytes < 0) return false;
   WorkArray<std::uint8_t> plan(static_cast<std::uint64_t>(bytes) + 1);
-  kernel.plan(columns.Get(), plan.data());
-  kernel.row(out, row, columns.Get(), plan.data());
+  kernel.plan(given, plan.data());
+  run(given, plan.data());
   return true;
 }
 
-/// Every form of one kernel against @p expected, which gives byte k of column i.
-template <class Expected>
-void ExpectForms(RgbColumnKernel RgbRowForm::*kernel, Expected expected) {
+/// Two source rows and columns over them.
+struct Rows {
+  GuardedMemory first;
+  GuardedMemory second;
+
+  Rows(const Columns& columns, Noise& noise)
+      : first(static_cast<std::size_t>(columns.pixels * columns.pixelBytes), EdgeOf(noise.Next())),
+        second(first.size(), EdgeOf(noise.Next())) {
+    noise.Fill(first.data(), first.size());
+    noise.Fill(second.data(), second.size());
+  }
+};
+
+/// Every form between all pixel sizes: @p run works on a form's rows and tells whether the form
+/// takes the columns, @p expected gives byte k of column i.
+template <class Run, class Expected>
+void ExpectForms(Run run, Expected expected) {
   Noise noise(31);
   int runs[3] = {};
   for (const int bytes : {3, 4}) {
     for (int pixels = 2; pixels <= 300; pixels += 1 + pixels / 5) {
       for (int count = 1; count <= 150; count += 1 + count / 6) {
         const Columns columns(pixels, count, bytes, noise);
-        GuardedMemory row(static_cast<std::size_t>(pixels * bytes), EdgeOf(noise.Next()));
-        noise.Fill(row.data(), row.size());
+        Rows rows(columns, noise);
         for (int form = 0; form <= WidestRgbRowForm(InnerVectorLevel()); ++form) {
-          GuardedMemory out(static_cast<std::size_t>(4 * count), EdgeOf(noise.Next()));
-          if (!RunKernel(kRgbRowForms[form]->*kernel, columns, row.data(), out.data())) continue;
+          const int targetBytes = 3 + static_cast<int>(noise.Next() % 2);
+          GuardedMemory out(static_cast<std::size_t>(targetBytes * count), EdgeOf(noise.Next()));
+          if (!run(*kRgbRowForms[form], columns, targetBytes, out.data(), rows)) continue;
           ++runs[form];
-          for (int i = 0; i < 4 * count; ++i) {
-            const int value = i % 4 >= bytes ? 0 : expected(columns, row.data(), i / 4, i % 4);
-            ASSERT_EQ(value, out.data()[i])
-                << kRgbRowForms[form]->name << ", " << pixels << " of " << bytes
-                << " bytes to column " << i / 4 << " of " << count;
+          for (int i = 0; i < targetBytes * count; ++i) {
+            const int k = i % targetBytes;
+            const int value = k >= bytes ? 0 : expected(columns, rows, i / targetBytes, k);
+            ASSERT_EQ(value, out.data()[i]) << kRgbRowForms[form]->name << ", " << pixels << " of "
+                                            << bytes << " bytes to column " << i / targetBytes
+                                            << " of " << count << " of " << targetBytes;
           }
-          ASSERT_TRUE(out.GuardsIntact() && row.GuardsIntact());
+          ASSERT_TRUE(out.GuardsIntact() && rows.first.GuardsIntact());
         }
       }
     }
@@ -78,20 +101,46 @@ void ExpectForms(RgbColumnKernel RgbRowForm::*kernel, Expected expected) {
 }
 
 TEST(RgbRows, EveryFormPicksThePixelAtEachOffset) {
-  ExpectForms(&RgbRowForm::pick, [](const Columns& columns, const std::uint8_t* row, int i, int k) {
-    return row[columns.offsets[static_cast<std::size_t>(i)] + k];
-  });
+  ExpectForms(
+      [](const RgbRowForm& form, const Columns& columns, int targetBytes, std::uint8_t* out,
+         Rows& rows) {
+        return WithPlan(form.pick, columns, targetBytes, [&](const RgbColumns& c, auto* plan) {
+          form.pick.row(out, rows.first.data(), c, plan);
+        });
+      },
+      [](const Columns& columns, Rows& rows, int i, int k) {
+        return rows.first.data()[columns.offsets[static_cast<std::size_t>(i)] + k];
+      });
 }
 
 TEST(RgbRows, EveryFormInterpolatesAcrossWithAFloor) {
-  ExpectForms(&RgbRowForm::across,
-              [](const Columns& columns, const std::uint8_t* row, int i, int k) {
-                const auto at = static_cast<std::size_t>(i);
-                const int p = row[columns.offsets[at] + k];
-                const int q = row[columns.offsets[at] + columns.pixelBytes + k];
-                const int w = static_cast<int>(columns.words[at] & 255);
-                return (p * 256 + (q - p) * w) / 256;  // never negative
-              });
+  ExpectForms(
+      [](const RgbRowForm& form, const Columns& columns, int targetBytes, std::uint8_t* out,
+         Rows& rows) {
+        return WithPlan(form.lerp, columns, targetBytes, [&](const RgbColumns& c, auto* plan) {
+          form.lerp.across(out, rows.first.data(), c, plan);
+        });
+      },
+      [](const Columns& columns, Rows& rows, int i, int k) {
+        return columns.Across(rows.first.data(), i, k);
+      });
+}
+
+TEST(RgbRows, EveryFormInterpolatesAcrossThenDownWithAFloorAfterEach) {
+  for (const int weight : {1, 77, 128, 255}) {
+    ExpectForms(
+        [=](const RgbRowForm& form, const Columns& columns, int targetBytes, std::uint8_t* out,
+            Rows& rows) {
+          return WithPlan(form.lerp, columns, targetBytes, [&](const RgbColumns& c, auto* plan) {
+            form.lerp.both(out, rows.first.data(), rows.second.data(), c, plan, weight);
+          });
+        },
+        [=](const Columns& columns, Rows& rows, int i, int k) {
+          const int a = columns.Across(rows.first.data(), i, k);
+          const int b = columns.Across(rows.second.data(), i, k);
+          return (a * 256 + (b - a) * weight) / 256;
+        });
+  }
 }
 
 TEST(RgbRows, EveryFormPacksExactlyThreeBytesAPixel) {
@@ -127,7 +176,11 @@ TEST(RgbRows, AllPairsOfBytesAndWeightsInterpolateAlikeInEveryForm) {
     std::fill(columns.words.begin(), columns.words.end(), w * 0x01010101u);
     for (int form = 0; form <= WidestRgbRowForm(InnerVectorLevel()); ++form) {
       std::vector<std::uint8_t> out(static_cast<std::size_t>(4 * count));
-      if (!RunKernel(kRgbRowForms[form]->across, columns, row.data(), out.data())) continue;
+      const RgbLerpKernel& kernel = kRgbRowForms[form]->lerp;
+      const auto across = [&](const RgbColumns& c, const std::uint8_t* plan) {
+        kernel.across(out.data(), row.data(), c, plan);
+      };
+      if (!WithPlan(kernel, columns, 4, across)) continue;
       for (std::size_t i = 0; i < out.size(); ++i) {
         const int p = row[i / 4 * 8];
         const int q = row[i / 4 * 8 + 4];
