@@ -39,8 +39,10 @@ class KeyedWalk {
             c.u + c.vBehindU + row / 2 * (c.stride / 2)};
   }
 
-  /// @return whether all that the walk touches lies in the blocks, plane apart from plane.
+  /// @return whether all that the walk touches lies in the blocks, plane apart from plane and row
+  ///         apart from row.
   bool InsideApart(const BlockBytes& target, const BlockBytes& child) const {
+    if (2 * ((width + 1) / 2) > target_.stride) return false;
     const RowPlace first = Row(0);
     const RowPlace last = Row(rows - 1);
     const std::int64_t pairs = (width + 1) / 2;
@@ -78,7 +80,8 @@ class KeyTest {
     auto sample = [](std::int32_t v) { return v >= 0 && v <= 255; };
     return sample(key_.y) && sample(key_.u) && sample(key_.v);
   }
-  bool Passes(const CheckedBytes& child, const RowPlace& at, std::int64_t x) const {
+  template <class Bytes>
+  bool Passes(const Bytes& child, const RowPlace& at, std::int64_t x) const {
     return child[at.childY + x] != key_.y || child[at.childU + x / 2] != key_.u ||
            child[at.childV + x / 2] != key_.v;
   }
@@ -87,8 +90,9 @@ class KeyTest {
   KeyColour key_;
 };
 
-void BlendPlain(const CheckedBytes& target, const CheckedBytes& child, const KeyedWalk& walk,
-                const KeyTest& key, std::uint32_t w) {
+template <class Bytes>
+void BlendPlain(const Bytes& target, const Bytes& child, const KeyedWalk& walk, const KeyTest& key,
+                std::uint32_t w) {
   for (std::int64_t row = 0; row < walk.rows; ++row) {
     const RowPlace at = walk.Row(row);
     for (std::int64_t x = 0; x < walk.width; ++x) {
@@ -118,7 +122,8 @@ class Batch {
   bool Full() const { return count_ == kEntries; }
 
   /// Blends all entries: every sample is read before any is written.
-  void BlendFull(const CheckedBytes& target, const CheckedBytes& child, std::uint32_t w) {
+  template <class Bytes>
+  void BlendFull(const Bytes& target, const Bytes& child, std::uint32_t w) {
     std::uint8_t y[kEntries];
     std::uint8_t u[kPairs];
     std::uint8_t v[kPairs];
@@ -137,7 +142,8 @@ class Batch {
 
   /// Blends the entries in hand one by one, a pair's chroma once for each of its entries, and
   /// keeps them.
-  void BlendRowEnd(const CheckedBytes& target, const CheckedBytes& child, std::uint32_t w) {
+  template <class Bytes>
+  void BlendRowEnd(const Bytes& target, const Bytes& child, std::uint32_t w) {
     for (int i = 0; i < count_; ++i) {
       for (const Entry& entry : {luma_[i], v_[i / 2], u_[i / 2]}) {
         target.Put(entry.to, Value(entry, target, child, w));
@@ -151,8 +157,9 @@ class Batch {
   struct Entry {
     std::int64_t to, from;
   };
-  static std::uint8_t Value(const Entry& entry, const CheckedBytes& target,
-                            const CheckedBytes& child, std::uint32_t w) {
+  template <class Bytes>
+  static std::uint8_t Value(const Entry& entry, const Bytes& target, const Bytes& child,
+                            std::uint32_t w) {
     return BlendAt(target, entry.to, child, entry.from, w);
   }
 
@@ -162,7 +169,8 @@ class Batch {
   Entry v_[kPairs];
 };
 
-void BlendGathered(const CheckedBytes& target, const CheckedBytes& child, const KeyedWalk& walk,
+template <class Bytes>
+void BlendGathered(const Bytes& target, const Bytes& child, const KeyedWalk& walk,
                    const KeyTest& key, std::uint32_t w) {
   Batch batch;
   for (std::int64_t row = 0; row < walk.rows; ++row) {
@@ -176,24 +184,38 @@ void BlendGathered(const CheckedBytes& target, const CheckedBytes& child, const 
   }
 }
 
-/// Without a key and with whole batches in every row nothing is carried over: each row blends its
-/// luma once and its chroma once.
-void BlendWholeRows(std::uint8_t* target, const std::uint8_t* child, const KeyedWalk& walk,
-                    std::uint32_t w) {
+/// Without a key, at an even width of a batch or more, entries stand in the pairs of their row, and
+/// how often a sample is blended follows from how many entries a row leaves over: luma once, and
+/// what was left over once more with the next row's first batch; chroma once a row, what is left
+/// over twice, and once more with the next row.
+void BlendEvenRows(std::uint8_t* target, const std::uint8_t* child, const KeyedWalk& walk,
+                   std::uint32_t w) {
   const BlendRows& rows = InnerBlendRows();
   const auto columns = static_cast<std::size_t>(walk.width);
+  auto chroma = [&](const RowPlace& at, std::size_t first, std::size_t count) {
+    rows.constant(target + at.targetU + first, child + at.childU + first, w, count);
+    rows.constant(target + at.targetV + first, child + at.childV + first, w, count);
+  };
+  std::size_t left = 0;
   for (std::int64_t row = 0; row < walk.rows; ++row) {
+    if (left != 0) {
+      const RowPlace before = walk.Row(row - 1);
+      const std::size_t first = columns - left;
+      rows.constant(target + before.targetY + first, child + before.childY + first, w, left);
+      chroma(before, first / 2, left / 2);
+    }
     const RowPlace at = walk.Row(row);
     rows.constant(target + at.targetY, child + at.childY, w, columns);
-    rows.constant(target + at.targetU, child + at.childU, w, columns / 2);
-    rows.constant(target + at.targetV, child + at.childV, w, columns / 2);
+    chroma(at, 0, columns / 2);
+    left = (left + columns) % 8;
+    if (left != 0) chroma(at, (columns - left) / 2, left / 2);
   }
 }
 
 /// With opacity 0 every blend stores the child, however often it is repeated, so only which samples
 /// are reached counts: all luma that passes; and of chroma, a sample whose entry isn't overtaken by
 /// the next pixel's before it is blended.
-void CopyPassing(const CheckedBytes& target, const CheckedBytes& child, const KeyedWalk& walk,
+void CopyPassing(const InsideBytes& target, const InsideBytes& child, const KeyedWalk& walk,
                  const KeyTest& key) {
   bool odd = false;  // the number of entries in hand
   for (std::int64_t row = 0; row < walk.rows; ++row) {
@@ -240,19 +262,26 @@ void BlendYuv420Keyed(const BlendPlanes& target, const BlendPlanes& child,
   if (opacity >= 256 || walk.width <= 0 || walk.rows <= 0) return;
   const CheckedBytes to(target.block);
   const CheckedBytes from(child.block);
-  const bool apart =
-      !to.SharesMemoryWith(from) && walk.InsideApart(target.block, child.block);
-  const bool rowwise = apart && !test.CanMatch();
+  if (to.SharesMemoryWith(from) || !walk.InsideApart(target.block, child.block)) {
+    if (useSse2) {
+      BlendGathered(to, from, walk, test, opacity);
+    } else {
+      BlendPlain(to, from, walk, test, opacity);
+    }
+    return;
+  }
+  const InsideBytes on(target.block);
+  const InsideBytes of(child.block);
   if (!useSse2) {
-    BlendPlain(to, from, walk, test, opacity);
-  } else if (rowwise && opacity == 0) {
+    BlendPlain(on, of, walk, test, opacity);
+  } else if (opacity == 0 && test.CanMatch()) {
+    CopyPassing(on, of, walk, test);
+  } else if (opacity == 0) {
     CopyRows(target.block.data, child.block.data, walk);
-  } else if (rowwise && walk.width % 8 == 0) {
-    BlendWholeRows(target.block.data, child.block.data, walk, opacity);
-  } else if (apart && opacity == 0) {
-    CopyPassing(to, from, walk, test);
+  } else if (!test.CanMatch() && walk.width >= 8 && walk.width % 2 == 0) {
+    BlendEvenRows(target.block.data, child.block.data, walk, opacity);
   } else {
-    BlendGathered(to, from, walk, test, opacity);
+    BlendGathered(on, of, walk, test, opacity);
   }
 }
 

@@ -29,8 +29,8 @@ struct Operands {
     for (int i = 0; i < count; ++i) target.Put(to + i, blended[i]);
   }
 
-  void One(std::int64_t to, std::int64_t from, std::int64_t weight) const {
-    target.Put(to, BlendAt(target, to, child, from, mask[weight]));
+  void One(std::int64_t to, std::int64_t from, std::uint32_t weight) const {
+    target.Put(to, BlendAt(target, to, child, from, weight));
   }
 };
 
@@ -83,22 +83,22 @@ void Block(const Sample (&order)[6], const Operands& on, const PlanarWalk& t, co
   for (const Sample sample : order) {
     switch (sample) {
       case Sample::kY00:
-        on.One(t.y + x, c.y + x, m + x);
+        on.One(t.y + x, c.y + x, on.mask[m + x]);
         break;
       case Sample::kY01:
-        on.One(t.y + x + 1, c.y + x + 1, m + x + 1);
+        on.One(t.y + x + 1, c.y + x + 1, on.mask[m + x + 1]);
         break;
       case Sample::kY10:
-        on.One(t.y + t.stride + x, c.y + c.stride + x, lower + x);
+        on.One(t.y + t.stride + x, c.y + c.stride + x, on.mask[lower + x]);
         break;
       case Sample::kY11:
-        on.One(t.y + t.stride + x + 1, c.y + c.stride + x + 1, lower + x + 1);
+        on.One(t.y + t.stride + x + 1, c.y + c.stride + x + 1, on.mask[lower + x + 1]);
         break;
       case Sample::kU:
-        on.One(t.u + column, c.u + column, lower + x + 1);
+        on.One(t.u + column, c.u + column, on.mask[lower + x + 1]);
         break;
       case Sample::kV:
-        on.One(t.v + column, c.v + column, lower + x + 1);
+        on.One(t.v + column, c.v + column, on.mask[lower + x + 1]);
         break;
     }
   }
@@ -152,8 +152,9 @@ void PackedRow(const Operands& on, std::int64_t t, std::int64_t c, std::int64_t 
     on.Together(t + 2 * x, c + 2 * x, weights, kGroup);
   }
   for (; x < width; ++x) {
-    on.One(t + 2 * x, c + 2 * x, m + x);
-    on.One(t + 2 * x + 1, c + 2 * x + 1, m + x);
+    const std::uint32_t weight = on.mask[m + x];
+    on.One(t + 2 * x, c + 2 * x, weight);
+    on.One(t + 2 * x + 1, c + 2 * x + 1, weight);
   }
 }
 
@@ -175,8 +176,9 @@ std::int32_t BlendYuv420Masked(const BlockBytes& target, const BlockBytes& child
   PlanarWalk t(targetStride, targetHeight, destRect->left, destRect->top, useSse2);
   PlanarWalk c(childStride, childHeight, sourceRect->left, sourceRect->top, useSse2);
   std::int64_t m = c.y;  // the mask has the child's stride and coordinates
+  // The rows of a rectangle wider than the target's stride meet, and then their order shows.
   const bool fast =
-      useSse2 && Apart(on) && t.InsideApart(target, blockRows, blocks) &&
+      useSse2 && Apart(on) && 2 * blocks <= t.stride && t.InsideApart(target, blockRows, blocks) &&
       c.InsideApart(child, blockRows, blocks) &&
       Inside(mask, {m, m + (2 * blockRows - 1) * c.stride + 2 * blocks});
   const BlendRows& rows = InnerBlendRows();

@@ -50,9 +50,22 @@ class CheckedBytes {
   BlockBytes block_;
 };
 
+/// The same face for walks that are known to stay inside.
+class InsideBytes {
+ public:
+  explicit InsideBytes(const BlockBytes& block) noexcept : data_(block.data) {}
+
+  std::uint8_t operator[](std::int64_t at) const noexcept { return data_[at]; }
+  void Put(std::int64_t at, std::uint8_t value) const noexcept { data_[at] = value; }
+
+ private:
+  std::uint8_t* data_;
+};
+
 /// @return the blend of a child's sample over a target's.
-inline std::uint8_t BlendAt(const CheckedBytes& target, std::int64_t to, const CheckedBytes& child,
-                            std::int64_t from, std::uint32_t weight) noexcept {
+template <class Bytes>
+std::uint8_t BlendAt(const Bytes& target, std::int64_t to, const Bytes& child, std::int64_t from,
+                     std::uint32_t weight) noexcept {
   return BlendSample(child[from], target[to], weight);
 }
 

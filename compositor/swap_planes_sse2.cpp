@@ -9,7 +9,7 @@ namespace zor {
 
 std::int32_t SwapPlanes(std::uint8_t* first, std::uint8_t* second, std::int32_t length) noexcept {
   std::int32_t i = 0;
-  for (; i + 16 <= length; i += 16) {
+  for (; length - i >= 16; i += 16) {
     auto* a = reinterpret_cast<__m128i*>(first + i);
     auto* b = reinterpret_cast<__m128i*>(second + i);
     const __m128i kept = _mm_loadu_si128(a);

@@ -30,13 +30,16 @@ struct Geometry {
   long long stride, height;
 };
 
-/// The masked planar blend. @param groups whether whole groups of 16 columns take the lower left
-/// mask sample for chroma.
+/// The masked planar blend, every load and store in the order of the form. @param groups whether
+/// whole groups of 16 columns go first, with the lower left mask sample for chroma.
 inline void ReferenceMasked(Bytes& target, const Bytes& child, const Bytes& mask, Geometry tg,
                             Geometry cg, const RECT& d, const RECT& s, bool groups) {
+  struct Step {
+    long long to, from, weight;
+  };
+  if (d.bottom - d.top < 2 || d.right - d.left < 2) return;
   const long long rows = (d.bottom - d.top) / 2;
   const long long columns = (d.right - d.left) / 2;
-  if (d.bottom - d.top < 2 || d.right - d.left < 2) return;
   auto chromaRow = [&](long long top, long long stride) {
     return groups ? top / 2 * (stride / 2) : top / 2 * stride / 2;
   };
@@ -44,24 +47,46 @@ inline void ReferenceMasked(Bytes& target, const Bytes& child, const Bytes& mask
   const long long tv = tu + tg.stride / 2 * tg.height / 2;
   const long long cu = cg.stride * cg.height + chromaRow(s.top, cg.stride) + s.left / 2;
   const long long cv = cu + cg.stride / 2 * cg.height / 2;
+  // All samples of the steps are read before any is written.
+  auto together = [&](const std::vector<Step>& steps) {
+    std::vector<int> mixed;
+    for (const Step& p : steps) {
+      mixed.push_back(Mix(At(child, p.from), At(target, p.to), At(mask, p.weight)));
+    }
+    for (std::size_t i = 0; i < steps.size(); ++i) Set(target, steps[i].to, mixed[i]);
+  };
   for (long long j = 0; j < rows; ++j) {
-    for (long long i = 0; i < columns; ++i) {
-      auto maskAt = [&](long long dy, long long dx) {
-        return At(mask, (s.top + 2 * j + dy) * cg.stride + s.left + 2 * i + dx);
-      };
-      for (int dy = 0; dy < 2; ++dy) {
-        for (int dx = 0; dx < 2; ++dx) {
-          const long long to = (d.top + 2 * j + dy) * tg.stride + d.left + 2 * i + dx;
-          const long long from = (s.top + 2 * j + dy) * cg.stride + s.left + 2 * i + dx;
-          Set(target, to, Mix(At(child, from), At(target, to), maskAt(dy, dx)));
-        }
+    auto luma = [&](long long dy, long long x) {
+      const long long from = (s.top + 2 * j + dy) * cg.stride + s.left + x;
+      return Step{(d.top + 2 * j + dy) * tg.stride + d.left + x, from, from};
+    };
+    // The chroma of column i, weighed by the lower mask row's sample of luma column x.
+    auto chroma = [&](long long plane, long long i, long long x) {
+      const bool u = plane == 0;
+      return Step{(u ? tu : tv) + j * (tg.stride / 2) + i, (u ? cu : cv) + j * (cg.stride / 2) + i,
+                  luma(1, x).from};
+    };
+    const long long grouped = groups ? columns / 8 * 8 : 0;
+    for (long long i = 0; i < grouped; i += 8) {
+      std::vector<Step> both, lower, upper;
+      for (const long long plane : {1, 0}) {
+        for (long long k = i; k < i + 8; ++k) both.push_back(chroma(plane, k, 2 * k));
       }
-      const bool inGroup = groups && 2 * i < (d.right - d.left) / 16 * 16;
-      const int weight = maskAt(1, inGroup ? 0 : 1);
-      const long long ct = j * (tg.stride / 2) + i;
-      const long long cc = j * (cg.stride / 2) + i;
-      Set(target, tu + ct, Mix(At(child, cu + cc), At(target, tu + ct), weight));
-      Set(target, tv + ct, Mix(At(child, cv + cc), At(target, tv + ct), weight));
+      for (long long x = 2 * i; x < 2 * i + 16; ++x) {
+        lower.push_back(luma(1, x));
+        upper.push_back(luma(0, x));
+      }
+      together(both);
+      together(lower);
+      together(upper);
+    }
+    for (long long i = grouped; i < columns; ++i) {
+      const Step y00 = luma(0, 2 * i), y01 = luma(0, 2 * i + 1);
+      const Step y10 = luma(1, 2 * i), y11 = luma(1, 2 * i + 1);
+      const Step u = chroma(0, i, 2 * i + 1), v = chroma(1, i, 2 * i + 1);
+      const std::vector<Step> order = groups ? std::vector<Step>{y00, y01, y10, y11, v, u}
+                                             : std::vector<Step>{y00, y01, u, v, y10, y11};
+      for (const Step& step : order) together({step});
     }
   }
 }
