@@ -175,6 +175,33 @@ TEST_F(BlendGeometry, LumaThatRunsIntoThePicturesOwnChromaIsBlendedInTheOrderOfT
   }
 }
 
+TEST_F(BlendGeometry, TargetsSmallerThanAGroupMeetThemselvesInTheOrderOfTheForm) {
+  Noise noise(38);
+  const Geometry cg{44, 12};
+  const Bytes child = PlanarNoise(noise, cg);
+  const Bytes mask = noise.Bytes(static_cast<std::size_t>(cg.stride * cg.height));
+  for (const Geometry tg :
+       {Geometry{2, 1}, Geometry{2, 3}, Geometry{4, 4}, Geometry{6, 5}, Geometry{7, 9}}) {
+    const Bytes target = PlanarNoise(noise, tg);
+    for (int width = 1; width <= 40; ++width) {
+      for (const int height : {1, 2, 3, 6, 9}) {
+        const MaskedCase c{tg, cg, Rect(width % 3, height % 2, width, height),
+                           Rect(1, 1, width, height)};
+        for (const bool sse2 : {false, true}) {
+          Bytes expected = target;
+          ReferenceMasked(expected, child, mask, tg, cg, c.dest, c.source, sse2);
+          ASSERT_EQ(expected, RunMasked(target, child, mask, c, sse2))
+              << tg.stride << ": " << width << " x " << height << " sse2 " << sse2;
+          expected = target;
+          ReferenceKeyed(expected, child, tg, cg, c.dest, c.source, 100, {-1, -1, -1}, sse2);
+          ASSERT_EQ(expected, RunKeyed(target, child, c, 100, {-1, -1, -1}, sse2))
+              << tg.stride << ": " << width << " x " << height << " sse2 " << sse2;
+        }
+      }
+    }
+  }
+}
+
 /// A key in the range of samples that no pixel of the child has makes the kernel gather; without a
 /// key it may take a shorter way. Both draw every pixel.
 TEST_F(BlendGeometry, ShorterWaysWithoutAKeyEqualTheGatheringOneAtEveryWidthAndOpacity) {
@@ -230,6 +257,45 @@ TEST_F(BlendGeometry, KeyedCopyEqualsTheBatchesForEveryWidthAndDensityOfTheKey) 
         ReferenceKeyed(expected, child, g, g, dest, source, 0, {50, 50, 50}, true);
         ASSERT_EQ(expected, RunKeyed(target, child, {g, g, dest, source}, 0, {50, 50, 50}, true))
             << width << " below " << rare;
+      }
+    }
+  }
+}
+
+/// A surface may be its own child: what was written is read again, in the order of the form.
+TEST_F(BlendGeometry, ChildThatIsTheTargetItselfIsReadInTheOrderOfTheForm) {
+  Noise noise(39);
+  const Geometry g{40, 16};
+  const Bytes picture = PlanarNoise(noise, g), mask = noise.Bytes(640);
+  auto word = [](long long value) { return static_cast<std::uint32_t>(value); };
+  for (const auto& [dx, dy, sx, sy] :
+       {std::array{4, 2, 0, 0}, std::array{1, 0, 0, 0}, std::array{0, 0, 3, 1},
+        std::array{2, 1, 5, 1}, std::array{2, 2, 2, 2}}) {
+    for (const int width : {9, 16, 30}) {
+      const RECT dest = Rect(dx, dy, width, 10), source = Rect(sx, sy, width, 10);
+      for (const bool sse2 : {false, true}) {
+        Bytes expected = picture, shared = picture;
+        ReferenceMasked(expected, expected, mask, g, g, dest, source, sse2);
+        Bytes m = mask;
+        BlendYuv420Masked(On(shared), On(shared), On(m), word(g.stride), word(g.height),
+                          word(g.stride), word(g.height), &dest, &source, sse2);
+        EXPECT_EQ(expected, shared) << dx << " width " << width << " sse2 " << sse2;
+
+        for (const std::uint32_t opacity : {0u, 90u}) {
+          expected = shared = picture;
+          ReferenceKeyed(expected, expected, g, g, dest, source, static_cast<int>(opacity),
+                         {-1, -1, -1}, sse2);
+          BlendYuv420Keyed({On(shared), word(g.stride), word(g.height)},
+                           {On(shared), word(g.stride), word(g.height)}, dest, source, opacity,
+                           {-1, -1, -1}, sse2);
+          EXPECT_EQ(expected, shared) << dx << " width " << width << " sse2 " << sse2;
+        }
+
+        expected = shared = picture;
+        const RECT d = Rect(dx, dy, width / 2, 6), s = Rect(sx, sy, width / 2, 6);
+        ReferencePacked(expected, expected, mask, 40, 40, 20, d, s, sse2 ? s.top : d.top, sse2);
+        BlendYuy2Masked(On(shared), On(shared), On(m), 20, 16, 20, 16, 40, 40, &d, &s, sse2);
+        EXPECT_EQ(expected, shared) << dx << " width " << width << " sse2 " << sse2;
       }
     }
   }

@@ -91,18 +91,31 @@ inline void ReferenceMasked(Bytes& target, const Bytes& child, const Bytes& mask
   }
 }
 
-/// The masked packed blend; @param maskTop the first mask row.
+/// The masked packed blend; @param maskTop the first mask row. @param groups whether whole groups
+/// of 8 pixels are read before they are written, which shows where operands share memory.
 inline void ReferencePacked(Bytes& target, const Bytes& child, const Bytes& mask,
                             long long targetStride, long long childStride, long long childWidth,
-                            const RECT& d, const RECT& s, long long maskTop) {
+                            const RECT& d, const RECT& s, long long maskTop, bool groups = false) {
+  const long long width = d.right - d.left;
   for (long long r = 0; r < d.bottom - d.top; ++r) {
-    for (long long x = 0; x < d.right - d.left; ++x) {
-      const int w = At(mask, (maskTop + r) * childWidth + s.left + x);
-      for (int b = 0; b < 2; ++b) {
+    for (long long x = 0; x < width;) {
+      const long long count = groups && width - x >= 8 ? 8 : 1;
+      // Both bytes of a pixel take one mask sample, but a byte of the child may be the one just
+      // written where the pixels go singly.
+      std::vector<int> weights;
+      for (long long i = 0; i < count; ++i) {
+        weights.push_back(At(mask, (maskTop + r) * childWidth + s.left + x + i));
+      }
+      const Bytes before = groups ? target : Bytes();
+      const bool own = &child == &target;
+      for (long long b = 0; b < 2 * count; ++b) {
         const long long to = (d.top + r) * targetStride + 2 * (d.left + x) + b;
         const long long from = (s.top + r) * childStride + 2 * (s.left + x) + b;
-        Set(target, to, Mix(At(child, from), At(target, to), w));
+        const Bytes& source = own && count > 1 ? before : child;
+        Set(target, to,
+            Mix(At(source, from), At(target, to), weights[static_cast<std::size_t>(b / 2)]));
       }
+      x += count;
     }
   }
 }
@@ -143,8 +156,14 @@ inline void ReferenceKeyed(Bytes& target, const Bytes& child, Geometry tg, Geome
       v[n / 2] = pv;
       if (++n < 8) continue;
       const Bytes before = target;
-      for (const auto* list : {&luma, &u, &v}) {
-        for (Pair p : *list) Set(target, p.to, Mix(At(child, p.from), At(before, p.to), w));
+      const Bytes& source = &child == &target ? before : child;
+      auto store = [&](Pair p) {
+        Set(target, p.to, Mix(At(source, p.from), At(before, p.to), w));
+      };
+      for (Pair p : luma) store(p);
+      for (std::size_t i = 0; i < 4; ++i) {
+        store(u[i]);
+        store(v[i]);
       }
       n = 0;
     }
