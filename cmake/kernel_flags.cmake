@@ -9,6 +9,10 @@ set(ZOR_FLAGS_avx2 "-mavx2;-mno-fma")
 # GCC 12 takes the undefined operands of its own 512-bit intrinsics for mistakes of ours.
 set(ZOR_FLAGS_avx512
     "-mavx2;-mavx512f;-mavx512bw;-mavx512dq;-mavx512vl;-mavx512vbmi;-mavx512vnni;-mno-fma;-mprefer-vector-width=512;-Wno-maybe-uninitialized")
+if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
+  # There AVX-512 includes FMA, and without it is gone too; contraction is off anyway.
+  list(REMOVE_ITEM ZOR_FLAGS_avx512 -mno-fma -Wno-maybe-uninitialized)
+endif()
 
 function(zor_kernel_flags)
   foreach(source ${ARGN})

@@ -1,0 +1,9 @@
+// SPDX-License-Identifier: BSD-2-Clause
+// Copyright (c) 2026, The ZorSurface authors
+
+#include "runs.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  zor::fuzz::RunCompose(data, size);
+  return 0;
+}
