@@ -23,33 +23,39 @@ void ReadExactly(Stage* stage, ByteReader* bytes, IZorSurface* surface) {
   const SurfaceDescription d = DescriptionOf(surface);
   const std::int32_t stride = bytes->OneIn(3) ? bytes->Range(1, 400) : d.stride;
   std::size_t room = PictureBytes(d.format, stride, d.height);
+  std::int32_t width = d.width;
+  std::int32_t result = d.format;
   switch (bytes->Range(0, 2)) {
     case 0:
       break;
     case 1: {
-      const std::int32_t format = bytes->Range(0, 7);
-      stage->Note(surface->QueueConvert(format));
-      room = PictureBytes(format, stride, d.height);
+      result = bytes->Range(0, 7);
+      stage->Note(surface->QueueConvert(result));
+      room = PictureBytes(result, stride, d.height);
       break;
     }
     default: {
       const std::int32_t height = bytes->Range(4, kMostSize);
-      stage->Note(surface->QueueResize(bytes->Range(4, kMostSize), height, bytes->Byte() & 1,
-                                       bytes->Of(kModes)));
+      width = bytes->Range(4, kMostSize);
+      stage->Note(
+          surface->QueueResize(width, height, bytes->Byte() & 1, bytes->Of(kModes)));
       // A packed picture comes out at the size that it had, by way of its planar form.
       room = PictureBytes(FORMAT_YUV420, stride,
                           d.format == FORMAT_YUY2 ? std::max(height, d.height) : height);
       break;
     }
   }
-  stage->Read(surface, room, stride, bytes->Byte() & 1);
+  const bool apart = stride >= MakeDescription(result, width, d.height).stride;
+  stage->Read(surface, room, stride, bytes->Byte() & 1, apart);
 }
 
 /// A read-out of whatever stands in the queue.
 void ReadAll(Stage* stage, ByteReader* bytes, IZorSurface* surface) {
+  constexpr std::int32_t kRows = 2 * kMostSize;
+  if (DescriptionOf(surface).height > kRows) return;
   const std::int32_t stride = bytes->Range(1, 400);
-  stage->Read(surface, PictureBytes(FORMAT_YUV420, stride, 2 * kMostSize), stride,
-              bytes->Byte() & 1);
+  stage->Read(surface, PictureBytes(FORMAT_YUV420, stride, kRows), stride, bytes->Byte() & 1,
+              false);
 }
 
 void StretchOut(Stage* stage, ByteReader* bytes, IZorSurface* surface) {
@@ -66,7 +72,7 @@ void StretchOut(Stage* stage, ByteReader* bytes, IZorSurface* surface) {
                                        bytes->OneIn(4) ? nullptr : &target, memory.data(), width,
                                        height, stride, static_cast<std::uint32_t>(bytes->Of(kModes))));
   Demand(memory.GuardsIntact(), "a stretch stays in its memory");
-  stage->Note(memory.data(), memory.size());
+  if (stride < 1 || stride >= natural) stage->Note(memory.data(), memory.size());
 }
 
 void StretchIn(Stage* stage, ByteReader* bytes, IZorSurface* surface) {

@@ -49,8 +49,10 @@ class Stage {
 
   /// Reads into memory of exactly the size that a read-out may write.
   /// @param bytes of the host's memory.
+  /// @param apart whether the rows don't overlap there; where they do, the order in which they are
+  ///        written shows, and forms differ in it.
   std::int32_t Read(IZorSurface* surface, std::size_t bytes, std::int32_t stride,
-                    std::uint32_t orientation);
+                    std::uint32_t orientation, bool apart);
 
  private:
   void MakeBlank(const SurfaceDescription& description);

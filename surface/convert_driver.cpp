@@ -105,7 +105,10 @@ std::int32_t CZorSurfaceBuffer::ConvertNow(std::int32_t format) {
   // conversion then overwrites it from the picture as it is.
   const bool fromRgb = d.format == FORMAT_RGB24 || d.format == FORMAT_RGB32;
   if (format == FORMAT_YUV420 && fromRgb && ((d.width | d.height) & 1) != 0) {
+    const std::int32_t before = d.format;
     ResizeNow(d.width & ~1, d.height & ~1, 1, 1);
+    // In a circle of masks the rest of this surface's queue ran meanwhile.
+    if (d.format != before) return ConvertNow(format);
   }
 
   const bool direct = direct_.active != 0;

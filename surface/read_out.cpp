@@ -55,7 +55,10 @@ std::int32_t CZorSurfaceBuffer::ReadPixels(std::uint8_t* memory, std::int32_t st
   direct_.stride = stride;
   direct_.orientation = orientation;
   const std::int32_t result = FlushQueue(1);
-  if (result < 0) return result;
+  if (result < 0) {
+    direct_.active = 0;  // the memory was lent for this call
+    return result;
+  }
   if (direct_.active == 0) CopyRowsOut(memory, stride, orientation);
   direct_ = {0, nullptr, 0, 0};
   return result;

@@ -144,14 +144,15 @@ std::int32_t CZorSurfaceBuffer::ResizeNow(std::int32_t width, std::int32_t heigh
   if (PictureInBlock(d, pixels_)) {
     ScaleWhole(d, pixels_, target.picture, block, inside, quality);
   }
-  if (const MaskTurn turn(this); turn.HasMask()) {
-    mask_->QueueResize(width, height, 0, 0);
-    mask_->Flush();
-  }
   ReplacePixels(block);
   d.stride = target.picture.stride;
   d.height = height;
   d.width = width;
+  // In a circle of masks this surface's own queue may run from in here, on the finished picture.
+  if (const MaskTurn turn(this); turn.HasMask()) {
+    mask_->QueueResize(width, height, 0, 0);
+    mask_->Flush();
+  }
   return VED_OK;
 }
 

@@ -42,6 +42,7 @@ bool IsPacked(std::int32_t format) {
 std::int32_t CZorSurfaceBuffer::RotateNow(std::int32_t degrees) {
   if (pixels_ == nullptr) return VED_E_INVALIDARG;
   if (degrees == 0 || degrees == 360) return VED_OK;
+  if (maskFollows_) return VED_OK;  // turned already, and reached again by way of its mask
   const SurfaceDescription& d = description_;
   const bool packed = IsPacked(d.format);
   const bool served = packed || d.format == FORMAT_YUV420;
@@ -93,15 +94,16 @@ std::int32_t CZorSurfaceBuffer::RotateNow(std::int32_t degrees) {
     RotatePlanesYuv420(block, newWidth, newHeight, newStride, pixels_, d.width, d.height, d.stride,
                        degrees);
   }
-  if (const MaskTurn turn(this); turn.HasMask()) {
-    mask_->Rotate(degrees);
-    mask_->Flush();
-  }
   ReplacePixels(block);
   if (!half) {
     description_.stride = newStride;
     description_.width = newWidth;
     description_.height = newHeight;
+  }
+  // In a circle of masks this surface's own queue may run from in here, on the finished picture.
+  if (const MaskTurn turn(this); turn.HasMask()) {
+    mask_->Rotate(degrees);
+    mask_->Flush();
   }
   return VED_OK;
 }

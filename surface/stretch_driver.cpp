@@ -3,6 +3,8 @@
 
 #include <zorsurface/result_codes.h>
 
+#include <cstring>
+
 #include "platform/rect.h"
 #include "scale/stretch.h"
 #include "surface/drawing_rect.h"
@@ -112,9 +114,19 @@ std::int32_t CZorSurfaceBuffer::StretchFromSurfaceNow(RECT* target, IZorSurface*
   const bool writable =
       PixelsInBlock(d, pixels_) &&
       (target == nullptr || CheckDrawingRect(*to.get(), d.width, d.height) == RectCheck::kDraw);
-  if (readable && writable) {
+  if (!readable || !writable) return VED_OK;
+  if (pixels != pixels_) {
     StretchPart({after, pixels, from.get()}, {d, pixels_, to.get()}, quality);
+    return VED_OK;
   }
+  // Onto itself: what is read is the picture as it was.
+  const std::int64_t bytes = PixelBlockBytes(pixels);
+  std::uint8_t* const copy =
+      AllocatePixelBlock(bytes, after.width, after.height, BlockContents::kUnset);
+  if (copy == nullptr) return VED_E_OUTOFMEMORY;
+  std::memcpy(copy, pixels, static_cast<std::size_t>(bytes));
+  StretchPart({after, copy, from.get()}, {d, pixels_, to.get()}, quality);
+  FreePixelBlock(copy);
   return VED_OK;
 }
 

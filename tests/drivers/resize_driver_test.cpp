@@ -205,6 +205,45 @@ TEST(ResizeNow, ASurfaceThatIsItsOwnMaskIsResizedOnce) {
   other->SetMask(MakeBlank(Describe(4, 4, FORMAT_GRAY8)).get());
 }
 
+TEST(ResizeNow, InACircleOfMasksTheRestOfTheQueueRunsOnTheFinishedPicture) {
+  const HeldSurface surface = MakeNoisy(Describe(58, 22, FORMAT_RGB32), 8);
+  const HeldSurface expected = MakeNoisy(Describe(58, 22, FORMAT_RGB32), 8);
+  const HeldSurface mask = MakeNoisy(Describe(58, 22, FORMAT_GRAY8), 9);
+  surface->SetMask(mask.get());
+  mask->SetMask(surface.get());
+  for (const HeldSurface* s : {&surface, &expected}) {
+    (*s)->QueueResize(40, 20, 0, 1);
+    (*s)->QueueConvert(FORMAT_YUV420);
+    EXPECT_EQ((*s)->Flush(), VED_OK);
+  }
+  const SurfaceDescription d = DescriptionOf(surface.get()), e = DescriptionOf(expected.get());
+  EXPECT_EQ(0, std::memcmp(&d, &e, sizeof d));
+  EXPECT_EQ(BlockOf(surface.get(), PictureBytes(d)), BlockOf(expected.get(), PictureBytes(e)));
+  EXPECT_EQ(DescriptionOf(mask.get()).width, 40);
+  const HeldSurface plug = MakeBlank(Describe(8, 8, FORMAT_GRAY8));
+  surface->SetMask(plug.get());
+}
+
+TEST(ConvertNow, InACircleOfMasksAFormatThatChangesDuringTheTrimIsLookedAtAgain) {
+  const HeldSurface surface = MakeNoisy(Describe(59, 23, FORMAT_RGB32), 8);
+  const HeldSurface mask = MakeNoisy(Describe(59, 23, FORMAT_GRAY8), 9);
+  surface->SetMask(mask.get());
+  mask->SetMask(surface.get());
+  const HeldSurface expected = MakeNoisy(Describe(59, 23, FORMAT_RGB32), 8);
+  surface->QueueConvert(FORMAT_YUV420);  // trims, and the next one runs meanwhile
+  surface->QueueConvert(FORMAT_RGB24);
+  surface->Flush();
+  expected->ResizeNow(58, 22, 1, 1);
+  expected->ConvertNow(FORMAT_RGB24);
+  expected->ConvertNow(FORMAT_YUV420);
+  const SurfaceDescription d = DescriptionOf(surface.get());
+  EXPECT_EQ(d.format, FORMAT_YUV420);
+  EXPECT_EQ(d.stride, 58);
+  EXPECT_EQ(BlockOf(surface.get(), PictureBytes(d)), BlockOf(expected.get(), PictureBytes(d)));
+  const HeldSurface plug = MakeBlank(Describe(8, 8, FORMAT_GRAY8));
+  surface->SetMask(plug.get());
+}
+
 TEST(RotateNow, ASurfaceThatIsItsOwnMaskIsTurnedOnce) {
   const HeldSurface surface = MakeEven(Describe(8, 4, FORMAT_GRAY8), 200);
   surface->SetMask(surface.get());

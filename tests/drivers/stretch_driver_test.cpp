@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "drivers/driver_cases.h"
+#include "platform/memory.h"
 
 namespace zor::test {
 namespace {
@@ -39,6 +40,37 @@ TEST(StretchFromSurfaceNow, WholePicturesAreDrawnAndTheTargetIsDirty) {
     EXPECT_EQ(PictureOf(target), Bytes(PictureOf(target).size(), 99)) << format;
     EXPECT_EQ(DirtyRectOf(source), (RECT{2, 2, 4, 4}));
   }
+}
+
+TEST(StretchFromSurfaceNow, OntoItselfReadsThePictureAsItWas) {
+  constexpr RECT kRects[] = {{0, 0, 30, 20}, {3, 1, 33, 21}, {10, 10, 40, 24}, {2, 2, 12, 9}};
+  for (std::int32_t format : {FORMAT_RGB24, FORMAT_RGB32, FORMAT_GRAY8, FORMAT_YUV420}) {
+    for (const RECT& from : kRects) {
+      for (const RECT& to : kRects) {
+        for (const std::uint32_t mode : {SCALE_NEAREST, SCALE_BILINEAR, SCALE_AREA}) {
+          const SurfaceDescription d = Describe(40, 24, format);
+          const HeldSurface surface = MakeNoisy(d, 5), twin = MakeNoisy(d, 5);
+          const HeldSurface expected = MakeNoisy(d, 5);
+          RECT target = to, source = from;
+          ASSERT_EQ(expected->StretchFromSurfaceNow(&target, twin.get(), &source, mode), VED_OK);
+          ASSERT_EQ(surface->StretchFromSurfaceNow(&target, surface.get(), &source, mode), VED_OK);
+          ASSERT_EQ(PictureOf(surface), PictureOf(expected)) << format << ": " << from << " to " << to;
+        }
+      }
+    }
+  }
+}
+
+TEST(StretchFromSurfaceNow, OntoItselfWithoutMemoryStaysAsItWas) {
+  const HeldSurface surface = MakeNoisy(Describe(40, 24, FORMAT_GRAY8), 5);
+  const Bytes before = PictureOf(surface);
+  RECT target = {0, 0, 20, 20};
+  RefuseAllocation(1);
+  const std::int32_t result =
+      surface->StretchFromSurfaceNow(&target, surface.get(), nullptr, SCALE_NEAREST);
+  RefuseAllocation(0);
+  EXPECT_EQ(result, VED_E_OUTOFMEMORY);
+  EXPECT_EQ(PictureOf(surface), before);
 }
 
 TEST(StretchFromSurfaceNow, ATargetRectangleOutsideIsInvalidAndChangesNothing) {

@@ -193,6 +193,20 @@ TEST(ReadPixels, WithTwoRecordsAFailureOfTheFirstLeavesTheSecondQueued) {
   EXPECT_EQ(memory, Bytes(192, kFill));
 }
 
+TEST(ReadPixels, AfterAFailedOneNothingReachesTheHostsMemory) {
+  const HeldSurface surface = MakeBlank(Describe(8, 8, FORMAT_RGB24));
+  Bytes memory(400, kFill);
+  surface->QueueConvert(99);
+  EXPECT_EQ(surface->ReadPixels(memory.data(), 24, 1), VED_E_UNSUPPORTED);
+  EXPECT_EQ(surface->ResizeNow(8, 8, 0, 0), VED_OK);
+  EXPECT_EQ(surface->ConvertNow(FORMAT_RGB24), VED_OK);
+  EXPECT_EQ(surface->ResizeNow(12, 12, 0, 0), VED_OK);
+  EXPECT_EQ(surface->ConvertNow(FORMAT_YUV420), VED_OK);
+  EXPECT_EQ(memory, Bytes(400, kFill));
+  EXPECT_EQ(DescriptionOf(surface.get()).width, 12);
+  EXPECT_EQ(DescriptionOf(surface.get()).format, FORMAT_YUV420);
+}
+
 /// The bytes of a planar picture of one luma value and neutral chroma.
 Bytes EvenBytes(std::size_t pixels, std::uint8_t luma) {
   Bytes bytes(pixels * 3 / 2, 128);

@@ -1,0 +1,226 @@
+// SPDX-License-Identifier: BSD-2-Clause
+// Copyright (c) 2026, The ZorSurface authors
+
+/// The compositor's blends beside their nearest rivals, a copy of as many bytes, and a loop that
+/// only reads the child and reads and writes the target. libyuv weighs chroma by the mean of four
+/// mask samples and rounds; pixman blends bytes as x8r8g8b8 under a mask of four components. Compare
+/// rows of one run only, best with
+///     --benchmark_enable_random_interleaving=true --benchmark_repetitions=9
+
+#include <cstdio>
+#include <cstring>
+
+#include "bench/scale_bench.h"
+#include "compositor/blend.h"
+#include "convert/feature_word.h"
+
+#ifdef ZOR_BENCH_LIBYUV
+#include <libyuv.h>
+#endif
+#ifdef ZOR_BENCH_PIXMAN_1
+#include <pixman.h>
+#endif
+
+namespace {
+
+using zor::bench::Work;
+
+constexpr std::uint32_t kOpacity = 96;
+
+enum class Kind { kMaskPlanar, kMaskPacked, kOpacityPlanar };
+
+/// One blend of a whole picture. The source holds the child and, behind it, the mask.
+struct Case {
+  Kind kind;
+  int width, height;
+
+  std::string Name() const {
+    static constexpr const char* kKinds[] = {"mask i420", "mask yuy2", "opacity i420"};
+    char name[64];
+    std::snprintf(name, sizeof name, "%s %dx%d", kKinds[static_cast<int>(kind)], width, height);
+    return name;
+  }
+  bool Packed() const { return kind == Kind::kMaskPacked; }
+  bool Masked() const { return kind != Kind::kOpacityPlanar; }
+  int Stride() const { return (width * (Packed() ? 2 : 1) + 63) / 64 * 64; }
+  std::size_t Luma() const {
+    return static_cast<std::size_t>(Stride()) * static_cast<std::size_t>(height);
+  }
+  std::size_t PictureBytes() const { return Packed() ? Luma() : Luma() * 3 / 2; }
+  /// A planar blend's mask has the child's stride, a packed one's its width.
+  std::size_t MaskBytes() const {
+    return !Masked() ? 0
+           : Packed() ? static_cast<std::size_t>(width) * static_cast<std::size_t>(height)
+                      : Luma();
+  }
+  std::size_t SourceBytes() const { return PictureBytes() + MaskBytes(); }
+};
+
+RECT Whole(const Case& c) { return {0, 0, c.width, c.height}; }
+
+zor::BlockBytes Block(std::uint8_t* data, std::size_t bytes) {
+  return {data, static_cast<std::int64_t>(bytes)};
+}
+
+Work Ours(const Case& c) {
+  const auto stride = static_cast<std::uint32_t>(c.Stride());
+  const auto width = static_cast<std::uint32_t>(c.width);
+  const auto height = static_cast<std::uint32_t>(c.height);
+  return [=](std::uint8_t* target, std::uint8_t* source) {
+    const RECT rect = Whole(c);
+    const zor::BlockBytes to = Block(target, c.PictureBytes());
+    const zor::BlockBytes from = Block(source, c.PictureBytes());
+    const zor::BlockBytes mask = Block(source + c.PictureBytes(), c.MaskBytes());
+    switch (c.kind) {
+      case Kind::kMaskPlanar:
+        zor::BlendYuv420Masked(to, from, mask, stride, height, stride, height, &rect, &rect, true);
+        break;
+      case Kind::kMaskPacked:
+        zor::BlendYuy2Masked(to, from, mask, width, height, width, height, stride, stride, &rect,
+                             &rect, true);
+        break;
+      case Kind::kOpacityPlanar:
+        zor::BlendYuv420Keyed({to, stride, height}, {from, stride, height}, rect, rect, kOpacity,
+                              zor::KeyColourOf(zor::kNoKeyColour), true);
+        break;
+    }
+  };
+}
+
+/// Half of all bytes read and written: child, mask, and the target twice.
+Work Copy(const Case& c) {
+  const std::size_t bytes = (3 * c.PictureBytes() + c.MaskBytes()) / 2;
+  const std::size_t room = c.SourceBytes();
+  return [=](std::uint8_t* target, std::uint8_t* source) {
+    for (std::size_t done = 0; done < bytes; done += room) {
+      std::memcpy(target, source, std::min(room, bytes - done));
+    }
+  };
+}
+
+/// Reads child and mask, reads and writes the target.
+__attribute__((target("avx2"), optimize("O3"))) void TouchBytes(std::uint8_t* target,
+                                                                const std::uint8_t* source,
+                                                                const std::uint8_t* mask,
+                                                                std::size_t bytes,
+                                                                std::size_t maskBytes) {
+  for (std::size_t i = 0; i < maskBytes; ++i) {
+    target[i] = static_cast<std::uint8_t>(target[i] ^ source[i] ^ mask[i]);
+  }
+  for (std::size_t i = maskBytes; i < bytes; ++i) {
+    target[i] = static_cast<std::uint8_t>(target[i] ^ source[i]);
+  }
+}
+
+Work Shape(const Case& c) {
+  return [=](std::uint8_t* target, std::uint8_t* source) {
+    TouchBytes(target, source, source + c.PictureBytes(), c.PictureBytes(), c.MaskBytes());
+  };
+}
+
+#ifdef ZOR_BENCH_LIBYUV
+Work LibYuv(const Case& c) {
+  const int stride = c.Stride();
+  const std::size_t u = c.Luma(), v = u + u / 4;
+  switch (c.kind) {
+    case Kind::kMaskPlanar:
+      return [=](std::uint8_t* t, std::uint8_t* s) {
+        libyuv::I420Blend(s, stride, s + u, stride / 2, s + v, stride / 2, t, stride, t + u,
+                          stride / 2, t + v, stride / 2, s + c.PictureBytes(), stride, t, stride,
+                          t + u, stride / 2, t + v, stride / 2, c.width, c.height);
+      };
+    case Kind::kMaskPacked: {
+      // The mask is doubled row by row, then the bytes are blended as one plane.
+      const auto doubled = std::make_shared<zor::bench::Pixels>(static_cast<std::size_t>(stride));
+      return [=](std::uint8_t* t, std::uint8_t* s) {
+        const std::uint8_t* mask = s + c.PictureBytes();
+        for (int y = 0; y < c.height; ++y) {
+          libyuv::MergeUVPlane(mask, 0, mask, 0, doubled->data(), 0, c.width, 1);
+          libyuv::BlendPlane(s, stride, t, stride, doubled->data(), 0, t, stride, 2 * c.width, 1);
+          mask += c.width;
+          s += stride;
+          t += stride;
+        }
+      };
+    }
+    case Kind::kOpacityPlanar:
+      return [=](std::uint8_t* t, std::uint8_t* s) {
+        libyuv::I420Interpolate(s, stride, s + u, stride / 2, s + v, stride / 2, t, stride, t + u,
+                                stride / 2, t + v, stride / 2, t, stride, t + u, stride / 2, t + v,
+                                stride / 2, c.width, c.height, static_cast<int>(kOpacity));
+      };
+  }
+  return nullptr;
+}
+#endif
+
+#ifdef ZOR_BENCH_PIXMAN_1
+/// Blends bytes as pixels of four, of which three are blended.
+void PixmanPlane(std::uint8_t* target, std::uint8_t* source, std::uint8_t* mask, int stride,
+                 int width, int height) {
+  auto bits = [&](pixman_format_code_t format, std::uint8_t* data) {
+    return pixman_image_create_bits_no_clear(format, width / 4, height,
+                                             reinterpret_cast<std::uint32_t*>(data), stride);
+  };
+  const pixman_color_t weight = {0, 0, 0, (256 - kOpacity) << 8};
+  pixman_image_t* const in = bits(PIXMAN_x8r8g8b8, source);
+  pixman_image_t* const out = bits(PIXMAN_x8r8g8b8, target);
+  pixman_image_t* const by =
+      mask == nullptr ? pixman_image_create_solid_fill(&weight) : bits(PIXMAN_a8r8g8b8, mask);
+  pixman_image_set_component_alpha(by, mask != nullptr);
+  pixman_image_composite32(PIXMAN_OP_OVER, in, by, out, 0, 0, 0, 0, 0, 0, width / 4, height);
+  for (pixman_image_t* image : {in, out, by}) pixman_image_unref(image);
+}
+
+Work Pixman(const Case& c) {
+  if (c.Packed()) return nullptr;  // no mask for pixels of two bytes
+  return [=](std::uint8_t* t, std::uint8_t* s) {
+    std::uint8_t* const mask = c.Masked() ? s + c.PictureBytes() : nullptr;
+    const std::size_t u = c.Luma(), v = u + u / 4;
+    PixmanPlane(t, s, mask, c.Stride(), c.width, c.height);
+    for (const std::size_t plane : {u, v}) {
+      PixmanPlane(t + plane, s + plane, mask, c.Stride() / 2, c.width / 2, c.height / 2);
+    }
+  };
+}
+#endif
+
+void RegisterCase(const Case& c, std::size_t spread) {
+  const auto add = [&](const char* contestant, const Work& work) {
+    zor::bench::Register(c.Name() + (spread == 0 ? " hot/" : " cold/") + contestant, work,
+                         c.SourceBytes(), c.PictureBytes(), spread);
+  };
+  add("zor", Ours(c));
+  add("copy", Copy(c));
+  add("shape", Shape(c));
+#ifdef ZOR_BENCH_LIBYUV
+  add("libyuv", LibYuv(c));
+#endif
+#ifdef ZOR_BENCH_PIXMAN_1
+  add("pixman", Pixman(c));
+#endif
+}
+
+void RegisterAll() {
+  struct Size {
+    int width, height;
+  };
+  static constexpr Size kSizes[] = {{1920, 1080}, {3840, 2160}, {512, 512}, {98, 62}};
+  for (const Kind kind : {Kind::kMaskPlanar, Kind::kMaskPacked, Kind::kOpacityPlanar}) {
+    for (const Size& size : kSizes) {
+      const Case c{kind, size.width, size.height};
+      RegisterCase(c, 0);
+      if (size.width == 1920) RegisterCase(c, std::size_t{384} << 20);
+    }
+  }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  RegisterAll();
+  benchmark::Initialize(&argc, argv);
+  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
+  benchmark::RunSpecifiedBenchmarks();
+  return 0;
+}
