@@ -84,9 +84,10 @@ inline void ReferenceMasked(Bytes& target, const Bytes& child, const Bytes& mask
       const Step y00 = luma(0, 2 * i), y01 = luma(0, 2 * i + 1);
       const Step y10 = luma(1, 2 * i), y11 = luma(1, 2 * i + 1);
       const Step u = chroma(0, i, 2 * i + 1), v = chroma(1, i, 2 * i + 1);
-      const std::vector<Step> order = groups ? std::vector<Step>{y00, y01, y10, y11, v, u}
-                                             : std::vector<Step>{y00, y01, u, v, y10, y11};
-      for (const Step& step : order) together({step});
+      const Step sse2[] = {y00, y01, y10, y11, v, u}, plain[] = {y00, y01, u, v, y10, y11};
+      for (const Step& p : groups ? sse2 : plain) {
+        Set(target, p.to, Mix(At(child, p.from), At(target, p.to), At(mask, p.weight)));
+      }
     }
   }
 }

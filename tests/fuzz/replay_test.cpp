@@ -35,9 +35,9 @@ class Replay : public testing::Test {
   }
 };
 
-TEST_F(Replay, ComposeGivesTheSameAtEveryVectorLevel) { Run(fuzz::RunCompose, 400); }
+TEST_F(Replay, ComposeGivesTheSameAtEveryVectorLevel) { Run(fuzz::RunCompose, 1000); }
 
-TEST_F(Replay, OperationsGiveTheSameAtEveryVectorLevel) { Run(fuzz::RunOperations, 400); }
+TEST_F(Replay, OperationsGiveTheSameAtEveryVectorLevel) { Run(fuzz::RunOperations, 1000); }
 
 TEST_F(Replay, ShortAndEmptyInputsEnd) {
   const std::vector<std::uint8_t> bytes(64, 0xFF);
