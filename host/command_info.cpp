@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 
 #include "command.h"
+#include "conversion_matrix.h"
 #include "exit_code.h"
 #include "frame_hash.h"
 #include "frame_source.h"
@@ -22,6 +23,7 @@ struct InfoOptions {
   std::string raw;
   bool json = false;
   bool frames = false;
+  bool matrix = false;
 };
 
 Json RatioOrNull(const Rational& r) {
@@ -101,6 +103,12 @@ void Print(const Json& out) {
 }
 
 ExitCode Info(const InfoOptions& options) {
+  if (options.matrix) {
+    std::printf("%s%s", (options.json ? ConversionMatrixJson() : ConversionMatrixText()).c_str(),
+                options.json ? "\n" : "");
+    return ExitCode::kOk;
+  }
+  if (options.files.empty()) throw UsageError("info: name a file, or ask for --matrix");
   const RawShape raw = options.raw.empty() ? RawShape{} : ParseRawShape(options.raw);
   Json all = Json::array();
   ExitCode code = ExitCode::kOk;
@@ -133,12 +141,13 @@ void AddInfoCommand(CLI::App& app, Action& action) {
   auto options = std::make_shared<InfoOptions>();
   CLI::App* command = app.add_subcommand("info", "Tell what files hold");
   command->add_option("files", options->files, "Files, or - for Y4M on standard input")
-      ->required()
       ->type_name("FILE...");
   command->add_option("--raw", options->raw, "Shape of raw input")->type_name("WxH:FORMAT");
   command->add_flag("--json", options->json, "An array with one object per file");
   command->add_flag("--frames", options->frames,
                     "Read every frame: exact count, times and hashes of what was decoded");
+  command->add_flag("--matrix", options->matrix,
+                    "What the library converts to what, and by which arithmetic");
   command->callback([options, &action] { action = [options] { return Info(*options); }; });
 }
 

@@ -371,6 +371,27 @@ TEST_F(HostRun, InfoTellsSizeFormatAndAssumptions) {
   EXPECT_NE(result.out.find("\"frameRate\": \"25/1\""), std::string::npos) << result.out;
 }
 
+TEST_F(HostRun, InfoPrintsTheMatrixWithoutAFile) {
+  const Result result = Run("info --matrix");
+  EXPECT_EQ(result.code, 0);
+  EXPECT_NE(result.out.find("from \\ to"), std::string::npos) << result.out;
+  EXPECT_EQ(Run("info").code, 2);
+}
+
+TEST_F(HostRun, EveryFormatIsReachedByTheWayNamed) {
+  const std::string clip = Clip("in.y4m", 32, 16, 2);
+  for (const char* to : {"rgb24", "rgb32", "yuv420", "yuy2", "yvu420"}) {
+    for (const char* via :
+         {"rgb24", "rgb32", "yuv420", "yuy2", "rgb32,yuy2", "yuy2,rgb24,yuv420"}) {
+      const Result result =
+          Run("convert " + clip + " --hash --verify --to " + to + " --via " + via);
+      EXPECT_EQ(result.code, 0) << via << " " << to << result.err;
+      EXPECT_NE(result.out.find(std::string("32x16 ") + to + " "), std::string::npos) << result.out;
+    }
+  }
+  EXPECT_EQ(Run("convert " + clip + " --hash --to rgb24 --via rgb48").code, 2);
+}
+
 TEST_F(HostRun, InterruptEndsAfterTheFrameWithAWholeFile) {
 #ifdef _WIN32
   GTEST_SKIP() << "a console's Ctrl-C can't be sent to one program";
