@@ -22,6 +22,7 @@ using Action = std::function<ExitCode()>;
 void AddInfoCommand(CLI::App& app, Action& action);
 void AddConvertCommand(CLI::App& app, Action& action);
 void AddResizeCommand(CLI::App& app, Action& action);
+void AddRotateCommand(CLI::App& app, Action& action);
 void AddSheetCommand(CLI::App& app, Action& action);
 
 }  // namespace zorhost

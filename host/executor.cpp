@@ -24,6 +24,9 @@ std::string Name(const Plan& plan, std::size_t index) {
   if (operation.kind == Operation::Kind::kConvert) {
     return std::string(Traits(from.layout).name) + " to " + Traits(to.layout).name;
   }
+  if (operation.kind == Operation::Kind::kRotate) {
+    return std::string("turning ") + Traits(from.layout).name;
+  }
   return std::string("scaling ") + Traits(from.layout).name + " to " +
          std::to_string(operation.width) + "x" + std::to_string(operation.height);
 }
@@ -112,6 +115,9 @@ void Executor::Perform(Ref<IZorSurface>& surface, std::size_t index, Way way) {
     case Operation::Kind::kConvert:
       Check(surface->QueueConvert(operation.format), name);
       break;
+    case Operation::Kind::kRotate:
+      Check(surface->Rotate(operation.degrees), name);
+      break;
     case Operation::Kind::kCover: {
       const PictureShape& from = plan_.before(index);
       Ref<IZorSurface> target = library_.Blank(from.layout, operation.width, operation.height);
@@ -148,8 +154,7 @@ void Executor::ReadOut(IZorSurface& surface, Way way, Picture& out) const {
   const std::size_t count = plan_.operations().size();
   Check(surface.ReadPixels(out.data(), out.pitch(), out.bottomUp ? 0 : 1), ReadOutName(plan_));
   // Direct output leaves the surface in front of the last operation.
-  const bool direct = way == Way::kDeferred && !copyAtEnd && count > 0 &&
-                      plan_.operations().back().kind != Operation::Kind::kCover &&
+  const bool direct = way == Way::kDeferred && !copyAtEnd && count > 0 && !plan_.EndsAtOnce() &&
                       plan_.operations().back().format != FORMAT_YVU420;
   ExpectShape(surface, plan_.before(direct ? count - 1 : count));
 }

@@ -19,6 +19,7 @@ constexpr AddCommand kCommands[] = {
     zorhost::AddInfoCommand,
     zorhost::AddConvertCommand,
     zorhost::AddResizeCommand,
+    zorhost::AddRotateCommand,
     zorhost::AddSheetCommand,
 };
 

@@ -6,9 +6,11 @@
 #include <zorsurface/surface_description.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 
 #include "exit_code.h"
+#include "text.h"
 
 namespace zorhost {
 namespace {
@@ -21,6 +23,19 @@ std::string SizeText(int width, int height) {
 
 bool Subsampled(Layout layout) {
   return Traits(layout).planar || layout == Layout::kYuy2;
+}
+
+/// The size that the library gives a turned picture: the rectangle around it, whole and even.
+Size TurnedSize(int width, int height, int degrees) {
+  if (degrees == 180) return {width, height};
+  if (degrees == 90 || degrees == 270) return {height, width};
+  const int acute = degrees > 180 ? degrees - 180 : degrees;
+  const double angle = (acute <= 90 ? acute : 180 - acute) * 3.14159 / 180;
+  const double s = std::sin(angle);
+  const double c = std::cos(angle);
+  const int across = static_cast<int>(height * s + width * c);
+  const int down = static_cast<int>(height * c + width * s);
+  return {across + across % 2, down + down % 2};
 }
 
 void RefuseOdd(Layout layout, int width, int height) {
@@ -122,6 +137,27 @@ void Plan::Cover(int width, int height, std::uint32_t mode) {
   operations_.back().kind = Operation::Kind::kCover;
 }
 
+void Plan::Rotate(int degrees) {
+  degrees = (degrees % 360 + 360) % 360;
+  if (degrees == 0) return;
+  if (result().layout == Layout::kYuy2) Convert(Layout::kYuv420);
+  PictureShape shape = result();
+  Operation operation{Operation::Kind::kRotate};
+  // The library turns top-down packed pictures the other way.
+  const bool packed = !Traits(shape.layout).planar;
+  operation.degrees = packed && !shape.bottomUp ? 360 - degrees : degrees;
+  const Size size = TurnedSize(shape.width, shape.height, operation.degrees);
+  shape.width = operation.width = size.width;
+  shape.height = operation.height = size.height;
+  Push(operation, shape);
+}
+
+bool Plan::EndsAtOnce() const {
+  if (operations_.empty()) return false;
+  const Operation::Kind last = operations_.back().kind;
+  return last == Operation::Kind::kCover || last == Operation::Kind::kRotate;
+}
+
 void Plan::ReadAs(bool bottomUp, int pitch) {
   const int row = RowBytes(result().layout, result().width);
   if (pitch != 0 && pitch < row) {
@@ -140,7 +176,7 @@ void Plan::ReadAs(bool bottomUp, int pitch) {
 }
 
 bool Plan::NeedsCopyAtEnd() const {
-  if (operations_.empty() || operations_.back().kind == Operation::Kind::kCover) return false;
+  if (operations_.empty() || EndsAtOnce()) return false;
   const PictureShape& from = shapes_[shapes_.size() - 2];
   const Operation& last = operations_.back();
   if (last.kind == Operation::Kind::kResize) {
@@ -169,10 +205,12 @@ const Picture& Plan::Prepare(const Picture& frame, Picture& scratch) const {
   // The builder trims RGB from the end of memory, where a bottom-up picture has its top: the height
   // is cut here, the width is left to the builder.
   const int width = in.bottomUp ? frame.width() : in.width;
-  if (frame.bottomUp == in.bottomUp && frame.width() == width && frame.height() == in.height) {
+  if (!flipped_ && frame.bottomUp == in.bottomUp && frame.width() == width &&
+      frame.height() == in.height) {
     return frame;
   }
-  scratch = frame.Cropped(width, in.height, in.bottomUp);
+  scratch = frame.Cropped(width, in.height, in.bottomUp != flipped_);
+  scratch.bottomUp = in.bottomUp;
   return scratch;
 }
 
@@ -204,9 +242,14 @@ bool Plan::keepsAlpha() const {
 std::string Plan::Text() const {
   std::string text = SizeText(sourceWidth_, sourceHeight_) + " " + Traits(sourceLayout_).name;
   for (std::size_t i = 0; i < operations_.size(); ++i) {
-    text += operations_[i].kind == Operation::Kind::kConvert
-                ? std::string(" -> ") + Traits(shapes_[i + 1].layout).name
-                : " -> " + SizeText(operations_[i].width, operations_[i].height);
+    const Operation& operation = operations_[i];
+    text += " -> ";
+    if (operation.kind == Operation::Kind::kConvert) {
+      text += Traits(shapes_[i + 1].layout).name;
+    } else {
+      if (operation.kind == Operation::Kind::kRotate) text += "turned to ";
+      text += SizeText(operation.width, operation.height);
+    }
   }
   return text;
 }

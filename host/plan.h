@@ -14,16 +14,17 @@
 
 namespace zorhost {
 
-/// One request. A cover draws the middle of the picture into a fresh surface at once; the other two
-/// are queued.
+/// One request. A cover draws the middle of the picture into a fresh surface at once, and a
+/// rotation is done at once too; the other two are queued.
 struct Operation {
-  enum class Kind { kResize, kConvert, kCover };
+  enum class Kind { kResize, kConvert, kCover, kRotate };
   Kind kind;
   int width = 0;
   int height = 0;
   bool fit = false;
   std::uint32_t mode = 0;
   std::int32_t format = 0;
+  int degrees = 0;
 };
 
 /// A surface's shape between two operations.
@@ -48,6 +49,10 @@ class Plan {
   void Convert(Layout target);
   void Resize(int width, int height, bool fit, std::uint32_t mode);
   void Cover(int width, int height, std::uint32_t mode);
+  /// @param degrees clockwise, any whole number. A packed 4:2:2 picture is turned as planar.
+  void Rotate(int degrees);
+  /// Turns the picture upside down before anything else, as in a mirror that lies below it.
+  void FlipFirst() { flipped_ = true; }
 
   /// The row order and pitch (0: natural) in which the result is read.
   void ReadAs(bool bottomUp, int pitch);
@@ -79,6 +84,8 @@ class Plan {
   /// unresized, and some conversions and the bands of a fit keep the surface's own row order. Then
   /// a conversion to the format already reached is queued behind it, which copies rows out.
   bool NeedsCopyAtEnd() const;
+  /// Whether the last operation was done at once, so that a read-out finds an empty queue.
+  bool EndsAtOnce() const;
 
  private:
   void Push(const Operation& operation, const PictureShape& shape);
@@ -90,6 +97,7 @@ class Plan {
   std::vector<Operation> operations_;
   std::vector<PictureShape> shapes_;
   bool bottomUp_ = false;
+  bool flipped_ = false;
   int pitch_ = 0;
 };
 

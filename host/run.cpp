@@ -136,7 +136,7 @@ class Run {
  private:
   void TellOrientation(std::vector<std::string>& notes) const {
     const StreamInfo& info = source_->info();
-    if (info.rotation == 0 && !info.mirrored) return;
+    if (options_.obeysOrientation || (info.rotation == 0 && !info.mirrored)) return;
     notes.push_back("the source asks viewers to turn it by " + std::to_string(info.rotation) +
                     " degrees" + (info.mirrored ? " after mirroring" : "") +
                     "; the picture is taken as stored");

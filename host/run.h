@@ -29,6 +29,7 @@ struct RunOptions {
   bool dib = false;
   bool verify = false;
   bool bottomUp = false;
+  bool obeysOrientation = false;  ///< the plan turns the picture as the source asks
   int pitch = 0;
   bool json = false;
   bool quiet = false;

@@ -6,60 +6,21 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "host_run.h"
 #include "picture_sink.h"
-#include "scratch_folder.h"
 #include "still.h"
 #ifndef _WIN32
 #include <fcntl.h>
 #include <signal.h>
-#include <sys/wait.h>
 #include <unistd.h>
 #endif
 
 namespace zorhost {
 namespace {
 
+using test::HostRun;
 using test::MakeY4m;
-using test::ScratchFolder;
-
-struct Result {
-  int code;
-  std::string out;
-  std::string err;
-};
-
-Result RunHost(const ScratchFolder& folder, const std::string& arguments) {
-#ifdef _WIN32
-  const std::string program = "zorhost.exe";
-#else
-  const std::string program = "./zorhost";
-#endif
-  // The shell of Windows takes a slash in a redirection for a switch.
-  const auto native = [&](const char* name) {
-    return std::filesystem::path(folder.File(name)).make_preferred().string();
-  };
-  const int status = std::system(
-      (program + " " + arguments + " >" + native("stdout") + " 2>" + native("stderr")).c_str());
-#ifdef _WIN32
-  const int code = status;
-#else
-  const int code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-#endif
-  return {code, folder.Bytes("stdout"), folder.Bytes("stderr")};
-}
-
-#define EXPECT_SAYS(result, wanted) \
-  EXPECT_NE((result).err.find(wanted), std::string::npos) << (result).err
-
-class HostRun : public testing::Test {
- protected:
-  Result Run(const std::string& arguments) { return RunHost(folder_, arguments); }
-  std::string File(const std::string& name) { return folder_.File(name); }
-  std::string Clip(const std::string& name, int width, int height, int frames) {
-    return folder_.Make(name, MakeY4m(width, height, frames));
-  }
-  ScratchFolder folder_;
-};
+using test::Result;
 
 TEST_F(HostRun, HelpAndVersionEndWell) {
   EXPECT_EQ(Run("--help").code, 0);

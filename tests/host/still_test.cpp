@@ -2,6 +2,7 @@
 // Copyright (c) 2026, The ZorSurface authors
 #include "still.h"
 
+#include "exif_jpeg.h"
 #include "exif_orientation.h"
 #include "exit_code.h"
 #include "frame_hash.h"
@@ -11,6 +12,7 @@
 namespace zorhost {
 namespace {
 
+using test::JpegStart;
 using test::ScratchFolder;
 
 Picture Colours(Layout layout) {
@@ -95,21 +97,6 @@ TEST(Sequence, AnotherSizeOrNoFileIsAnInputError) {
   Frame frame;
   EXPECT_TRUE(source->Read(frame));
   EXPECT_THROW(source->Read(frame), InputError);
-}
-
-/// The start of a JPEG whose EXIF block holds nothing but an orientation.
-std::vector<std::uint8_t> JpegStart(bool bigEndian, char orientation) {
-  const char little[] = "II*\0\x8\0\0\0\x1\0\x12\x1\x3\0\x1\0\0\0?\0\0\0\0\0\0\0";
-  const char big[] = "MM\0*\0\0\0\x8\0\x1\x1\x12\0\x3\0\0\0\x1\0?\0\0\0\0\0\0";
-  std::string tiff = bigEndian ? std::string(big, 26) : std::string(little, 26);
-  tiff[tiff.find('?')] = orientation;
-  // Another segment stands first.
-  const std::string jpeg = std::string(
-                               "\xFF\xD8\xFF\xE0\0\x4\0\0\xFF\xE1\0\x22"
-                               "Exif\0\0",
-                               18) +
-                           tiff;
-  return {jpeg.begin(), jpeg.end()};
 }
 
 TEST(ExifOrientation, IsReadInBothByteOrders) {

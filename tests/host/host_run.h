@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: BSD-2-Clause
+// Copyright (c) 2026, The ZorSurface authors
+#pragma once
+
+/// @file
+/// Whole runs of the program as a user starts it, looked at from outside: exit codes, messages,
+/// files. The program stands in the working folder.
+
+#include <cstdlib>
+#include <string>
+
+#include "scratch_folder.h"
+#ifndef _WIN32
+#include <sys/wait.h>
+#endif
+
+namespace zorhost::test {
+
+struct Result {
+  int code;
+  std::string out;
+  std::string err;
+};
+
+inline Result RunHost(const ScratchFolder& folder, const std::string& arguments) {
+#ifdef _WIN32
+  const std::string program = "zorhost.exe";
+#else
+  const std::string program = "./zorhost";
+#endif
+  // The shell of Windows takes a slash in a redirection for a switch.
+  const auto native = [&](const char* name) {
+    return std::filesystem::path(folder.File(name)).make_preferred().string();
+  };
+  const int status = std::system(
+      (program + " " + arguments + " >" + native("stdout") + " 2>" + native("stderr")).c_str());
+#ifdef _WIN32
+  const int code = status;
+#else
+  const int code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+#endif
+  return {code, folder.Bytes("stdout"), folder.Bytes("stderr")};
+}
+
+#define EXPECT_SAYS(result, wanted) \
+  EXPECT_NE((result).err.find(wanted), std::string::npos) << (result).err
+
+class HostRun : public testing::Test {
+ protected:
+  Result Run(const std::string& arguments) { return RunHost(folder_, arguments); }
+  std::string File(const std::string& name) { return folder_.File(name); }
+  std::string Clip(const std::string& name, int width, int height, int frames) {
+    return folder_.Make(name, MakeY4m(width, height, frames));
+  }
+  ScratchFolder folder_;
+};
+
+}  // namespace zorhost::test
