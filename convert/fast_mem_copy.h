@@ -19,4 +19,9 @@ void MemCopyMmx(void* destination, const void* source, std::size_t bytes) noexce
 /// The streaming form: as `MemCopyMmx`, past the caches.
 void MemCopyStream(void* destination, const void* source, std::size_t bytes) noexcept;
 
+/// Copies past the caches, however little it is. What is copied so is in place for others after
+/// `EndStreaming`.
+void StreamBytes(void* destination, const void* source, std::size_t bytes) noexcept;
+void EndStreaming() noexcept;
+
 }  // namespace zor

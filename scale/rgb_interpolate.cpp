@@ -8,6 +8,7 @@
 #include "scale/gray_rows.h"
 #include "scale/rgb_picture.h"
 #include "scale/rgb_rows.h"
+#include "scale/target_rows.h"
 
 namespace zor {
 namespace {
@@ -74,7 +75,7 @@ template <int kFrom, int kTo>
 class Interpolator {
  public:
   explicit Interpolator(const RgbPicture& picture)
-      : p_(picture), regions_(RegionsOf(kFrom, kTo, picture.mode)) {
+      : p_(picture), regions_(RegionsOf(kFrom, kTo, picture.mode)), rows_(picture.target) {
     std::memcpy(background_.v, &picture.background, 4);
   }
 
@@ -89,8 +90,10 @@ class Interpolator {
     if (fast_)
       nearest ? pick_.Choose(&RgbRowForm::pick, columns) : lerp_.Choose(&RgbRowForm::lerp, columns);
     const std::uint64_t rowBytes = RoundUp(std::int64_t{kTo} * run.count) + kLine;
-    WorkArray<std::uint8_t> memory(RoundUp(pick_.bytes) + RoundUp(lerp_.bytes) + 2 * rowBytes);
+    const std::uint64_t planBytes = RoundUp(pick_.bytes) + RoundUp(lerp_.bytes);
+    WorkArray<std::uint8_t> memory(planBytes + 2 * rowBytes + rows_.Bytes());
     if (!memory) return;
+    rows_.Place(memory.data() + planBytes + 2 * rowBytes);
     const VectorLevel level = InnerVectorLevel();
     down_ = kGrayRowForms[WidestGrayRowForm(level)]->down;
     pack_ = kRgbRowForms[WidestRgbRowForm(level)]->pack;
@@ -99,14 +102,12 @@ class Interpolator {
       for (std::int32_t y = 0; y < p_.target.height; ++y) NearestRow(y);
       return;
     }
-    std::uint8_t* rest = fast_ ? lerp_.Make(memory.data()) : memory.data();
-    Rows rows({&lerp_}, rest, rowBytes);
+    if (fast_) lerp_.Make(memory.data());
+    Rows rows({&lerp_}, memory.data() + planBytes, rowBytes);
     for (std::int32_t y = 0; y < p_.target.height; ++y) {
-      const int band = y < p_.down.edges.first ? 0 : y < p_.down.edges.last ? 1 : 2;
-      if (kFrom == 4 && kTo == 4 && band == 1 && ShortRow(y, &rows)) continue;
-      Slow(y, Edge(band, 0, y), p_.Left());
-      Middle(y, band, &rows);
-      Slow(y, Edge(band, 2, y), p_.Right());
+      out_ = rows_.Begin(y);
+      LerpRow(y, &rows);
+      rows_.Done(y);
     }
   }
 
@@ -119,6 +120,14 @@ class Interpolator {
     }
   };
   using Rows = AcrossRows<Across>;
+
+  void LerpRow(std::int32_t y, Rows* rows) {
+    const int band = y < p_.down.edges.first ? 0 : y < p_.down.edges.last ? 1 : 2;
+    if (kFrom == 4 && kTo == 4 && band == 1 && ShortRow(y, rows)) return;
+    Slow(y, Edge(band, 0, y), p_.Left());
+    Middle(y, band, rows);
+    Slow(y, Edge(band, 2, y), p_.Right());
+  }
 
   bool SameWidth() const { return p_.source.width == p_.target.width; }
 
@@ -141,14 +150,14 @@ class Interpolator {
   /// A run pixel by pixel.
   void Slow(std::int32_t y, Shape shape, RgbRun run) const {
     if (run.count <= 0) return;
-    std::uint8_t* out = p_.TargetRow(y) + std::int64_t{run.start} * kTo;
+    std::uint8_t* out = out_ + std::int64_t{run.start} * kTo;
     Lanes value{};
     for (std::int32_t i = 0; i < run.count; ++i, out += kTo) {
       value = ValueAt(shape, y, run.start + i);
       std::memcpy(out, value.v, 3);
       if (kTo == 4) out[3] = kFrom == 4 ? value.v[3] : 0;
     }
-    if (kTo == 3 && Spills(shape)) p_.Put(out, value.v[3]);
+    if (kTo == 3 && Spills(shape)) p_.Put(p_.TargetRow(y) + (out - out_), value.v[3]);
   }
 
   /// The middle run of a row.
@@ -156,9 +165,9 @@ class Interpolator {
     const RgbRun run = p_.Middle();
     const Shape shape = regions_.shapes[band][1];
     if (fast_ && shape == Shape::kFull) {
-      LerpRun(y, run, p_.SourceRow(y), p_.down.words[y] & 255, rows);
+      LerpRun(run, p_.SourceRow(y), p_.down.words[y] & 255, rows);
     } else if (fast_ && shape == Shape::kHorizontalOnly) {
-      LerpRun(y, run, p_.SourceRow(y), 0, rows);
+      LerpRun(run, p_.SourceRow(y), 0, rows);
     } else {
       Slow(y, shape, run);
     }
@@ -166,10 +175,9 @@ class Interpolator {
 
   /// A run interpolated across and, with a weight, down. Behind 3-byte pixels the right run
   /// follows, so that nothing of a fourth byte remains.
-  void LerpRun(std::int32_t y, RgbRun run, const std::uint8_t* row, std::uint32_t weight,
-               Rows* rows) {
+  void LerpRun(RgbRun run, const std::uint8_t* row, std::uint32_t weight, Rows* rows) {
     if (run.count <= 0) return;
-    std::uint8_t* out = p_.TargetRow(y) + std::int64_t{run.start} * kTo;
+    std::uint8_t* out = out_ + std::int64_t{run.start} * kTo;
     const std::uint8_t* next = row + p_.source.stride;
     const std::int32_t bytes = kTo * run.count;
     const auto w = static_cast<std::int32_t>(weight);
@@ -196,19 +204,18 @@ class Interpolator {
     const bool atEnd = word == 0 || word == kEdgeWeight;
     const bool sideBySide = p_.axes.startX == 0.0 && SameWidth();
     if (!atEnd && !sideBySide) return false;
-    std::uint8_t* out = p_.TargetRow(y);
     const std::uint8_t* row = p_.SourceRow(y) + (word == kEdgeWeight ? p_.source.stride : 0);
     if (atEnd && sideBySide) {
-      std::memcpy(out, row, 4 * static_cast<std::size_t>(p_.target.width));
+      std::memcpy(out_, row, 4 * static_cast<std::size_t>(p_.target.width));
       return true;
     }
     Slow(y, Edge(1, 0, y), p_.Left());
     if (const RgbRun run = p_.Middle(); run.count > 0) {
       if (atEnd) {
-        LerpRun(y, run, row, 0, rows);
+        LerpRun(run, row, 0, rows);
       } else {
         const std::int64_t at = 4 * std::int64_t{run.start};
-        down_(out + at, row + at, row + p_.source.stride + at,
+        down_(out_ + at, row + at, row + p_.source.stride + at,
               static_cast<std::int32_t>(word & 255), 4 * run.count);
       }
     }
@@ -217,17 +224,18 @@ class Interpolator {
   }
 
   void NearestRow(std::int32_t y) {
-    std::uint8_t* out = p_.TargetRow(y);
-    const std::uint8_t* row = p_.SourceRow(y);
-    const auto width = static_cast<std::size_t>(p_.target.width);
     if (y > 0 && p_.down.offsets[y] == p_.down.offsets[y - 1]) {
-      // Rows lie over each other where the target's stride is smaller than a row.
-      std::memmove(out, p_.TargetRow(y - 1), kTo * width);
-    } else if (SameWidth()) {
-      Repack(out, row, width);
-    } else {
-      pick_.kernel->row(out, row, pick_.columns, pick_.plan);
+      rows_.Repeat(y);
+      return;
     }
+    out_ = rows_.Begin(y);
+    const std::uint8_t* row = p_.SourceRow(y);
+    if (SameWidth()) {
+      Repack(out_, row, static_cast<std::size_t>(p_.target.width));
+    } else {
+      pick_.kernel->row(out_, row, pick_.columns, pick_.plan);
+    }
+    rows_.Done(y);
   }
 
   /// A row of unchanged width: a copy, or the other pixel size with a fourth byte of 0xFF.
@@ -246,6 +254,8 @@ class Interpolator {
 
   const RgbPicture& p_;
   const Regions& regions_;
+  TargetRows rows_;
+  std::uint8_t* out_ = nullptr;  // of the row that is being made
   Lanes background_;
   bool fast_ = false;
   PlannedColumns<RgbPickKernel> pick_;

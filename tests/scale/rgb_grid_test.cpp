@@ -83,6 +83,22 @@ TEST_P(RgbRoute, WidePictures) {
   }
 }
 
+TEST_P(RgbRoute, PicturesBeyondTheCaches) {
+  // Just above the size from which rows are stored past the caches, on and off whole lines.
+  const RgbPair pair = GetParam();
+  const int height = 40;
+  const int width = (8 << 20) / (height * pair.to) + 5;
+  for (const bool turnedOver : {false, true}) {
+    RgbRectangle source(width / 3, 7, pair.from, {}, GuardedMemory::Edge::kEnd, 21);
+    RgbRectangle target(width, height, pair.to, {1, 0, 0, 1, turnedOver ? 2 : 0},
+                        GuardedMemory::Edge::kStart, 22);
+    for (const ScaleMode mode : {SCALE_NEAREST, SCALE_BILINEAR_FADE}) {
+      ExpectStated(target, source, WholeAxes(target, source), mode, turnedOver, 0x40302010);
+      if (HasFatalFailure()) return;
+    }
+  }
+}
+
 TEST_P(RgbRoute, ReductionsBetweenTwoAndForty) {
   Noise noise(15);
   for (int ratio = 8; ratio <= 160; ratio += 1 + ratio / 24) {  // in quarters
