@@ -11,14 +11,15 @@ namespace zor {
 
 /// Keeps the last two rows, which is all that rows of an enlarged picture share.
 /// @tparam Across called as across(out, sourceRow) for a row that isn't at hand.
-template <class Across>
+/// @tparam Value what a row is made of.
+template <class Across, class Value = std::uint8_t>
 class AcrossRows {
  public:
-  /// @param memory two rows of @p rowBytes.
-  AcrossRows(Across across, std::uint8_t* memory, std::uint64_t rowBytes)
-      : across_(across), rows_{memory, memory + rowBytes} {}
+  /// @param memory two rows of @p rowValues.
+  AcrossRows(Across across, Value* memory, std::uint64_t rowValues)
+      : across_(across), rows_{memory, memory + rowValues} {}
 
-  const std::uint8_t* Get(const std::uint8_t* sourceRow) {
+  const Value* Get(const std::uint8_t* sourceRow) {
     if (sourceRow == sources_[latest_]) return rows_[latest_];
     latest_ ^= 1;
     if (sourceRow != sources_[latest_]) {
@@ -30,7 +31,7 @@ class AcrossRows {
 
  private:
   Across across_;
-  std::uint8_t* rows_[2];
+  Value* rows_[2];
   const std::uint8_t* sources_[2] = {nullptr, nullptr};
   int latest_ = 0;
 };

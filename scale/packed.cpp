@@ -7,6 +7,7 @@
 #include <cstddef>
 
 #include "platform/memory.h"
+#include "scale/across_rows.h"
 #include "scale/packed_rows.h"
 
 namespace zor {
@@ -59,7 +60,15 @@ void ScaleYuy2(const PackedTarget& target, const PackedSource& source) noexcept 
   if (!plan) return;
   const PackedRowForm& form = MakePlan(list, widest, plan.data());
 
+  // Up the picture, rows share source rows, and each is interpolated across once.
   const float step = static_cast<float>(source.height) / static_cast<float>(target.height);
+  const bool shares = step < 1.0f;
+  const std::uint64_t groups = static_cast<std::uint64_t>(list.values) / kAreaGroup + 1;
+  const std::uint64_t rowValues = shares ? groups * kAreaGroup : 0;
+  WorkArray<double> memory(2 * rowValues);
+  if (!memory) return;
+  AcrossRows rows([&](double* out, const std::uint8_t* row) { form.across(out, row, plan.data()); },
+                  memory.data(), rowValues);
   for (std::int32_t y = 0; y < target.height; ++y) {
     const float position = static_cast<float>(y) * step;
     const auto whole = static_cast<std::int32_t>(position);
@@ -68,8 +77,13 @@ void ScaleYuy2(const PackedTarget& target, const PackedSource& source) noexcept 
       return source.pixels +
              static_cast<std::ptrdiff_t>(Hold(number, source.height)) * source.stride;
     };
-    form.row(target.pixels + static_cast<std::ptrdiff_t>(y) * target.stride, row(whole),
-             row(whole + 1), share, plan.data());
+    std::uint8_t* out = target.pixels + static_cast<std::ptrdiff_t>(y) * target.stride;
+    if (shares) {
+      const double* upper = rows.Get(row(whole));
+      form.down(out, upper, rows.Get(row(whole + 1)), share, plan.data());
+    } else {
+      form.row(out, row(whole), row(whole + 1), share, plan.data());
+    }
   }
 }
 

@@ -26,6 +26,11 @@ struct PackedRowForm {
   /// @param share of the lower row, 0 to below 1.
   void (*row)(std::uint8_t* out, const std::uint8_t* upper, const std::uint8_t* lower, double share,
               const std::uint8_t* plan) noexcept;
+  /// The two steps of `row` apart, for rows that are used again: across(row) of all values.
+  /// @param out aligned to 64, with room for a whole last group of `kAreaGroup`.
+  void (*across)(double* out, const std::uint8_t* row, const std::uint8_t* plan) noexcept;
+  void (*down)(std::uint8_t* out, const double* upper, const double* lower, double share,
+               const std::uint8_t* plan) noexcept;
 };
 
 extern const PackedRowForm kPackedRowsPlain;

@@ -17,6 +17,13 @@ struct EightDoubles : ByteShuffle8 {
   static ZOR_ALWAYS_INLINE Pair Set(double value) noexcept {
     return {_mm256_set1_pd(value), _mm256_set1_pd(value)};
   }
+  static ZOR_ALWAYS_INLINE Pair LoadPair(const double* from) noexcept {
+    return {_mm256_load_pd(from), _mm256_load_pd(from + 4)};
+  }
+  static ZOR_ALWAYS_INLINE void StorePair(double* to, Pair values) noexcept {
+    _mm256_store_pd(to, values.low);
+    _mm256_store_pd(to + 4, values.high);
+  }
   static ZOR_ALWAYS_INLINE Bytes Difference(Bytes a, Bytes b) noexcept {
     return _mm256_sub_epi32(a, b);
   }
@@ -57,8 +64,17 @@ void Row(std::uint8_t* out, const std::uint8_t* upper, const std::uint8_t* lower
   PackedVectorRow<EightDoubles>(out, upper, lower, share, plan);
 }
 
+void Across(double* out, const std::uint8_t* row, const std::uint8_t* plan) noexcept {
+  PackedVectorAcross<EightDoubles>(out, row, plan);
+}
+
+void Down(std::uint8_t* out, const double* upper, const double* lower, double share,
+          const std::uint8_t* plan) noexcept {
+  PackedVectorDown<EightDoubles>(out, upper, lower, share, plan);
+}
+
 }  // namespace
 
-const PackedRowForm kPackedRowsAvx2 = {"avx2", PlanBytes, Plan, Row};
+const PackedRowForm kPackedRowsAvx2 = {"avx2", PlanBytes, Plan, Row, Across, Down};
 
 }  // namespace zor

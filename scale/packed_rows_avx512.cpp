@@ -22,6 +22,13 @@ struct SixteenDoubles : ByteShuffle16<kRegisters> {
   static ZOR_ALWAYS_INLINE Pair Set(double value) noexcept {
     return {_mm512_set1_pd(value), _mm512_set1_pd(value)};
   }
+  static ZOR_ALWAYS_INLINE Pair LoadPair(const double* from) noexcept {
+    return {_mm512_load_pd(from), _mm512_load_pd(from + 8)};
+  }
+  static ZOR_ALWAYS_INLINE void StorePair(double* to, Pair values) noexcept {
+    _mm512_store_pd(to, values.low);
+    _mm512_store_pd(to + 8, values.high);
+  }
   static ZOR_ALWAYS_INLINE Bytes Difference(Bytes a, Bytes b) noexcept {
     return _mm512_sub_epi32(a, b);
   }
@@ -64,8 +71,20 @@ void Row(std::uint8_t* out, const std::uint8_t* upper, const std::uint8_t* lower
   PackedVectorRow<SixteenDoubles<2>>(out, upper, lower, share, plan);
 }
 
+void Across(double* out, const std::uint8_t* row, const std::uint8_t* plan) noexcept {
+  if (reinterpret_cast<const AreaPlanHead*>(plan)->registers == 1) {
+    return PackedVectorAcross<SixteenDoubles<1>>(out, row, plan);
+  }
+  PackedVectorAcross<SixteenDoubles<2>>(out, row, plan);
+}
+
+void Down(std::uint8_t* out, const double* upper, const double* lower, double share,
+          const std::uint8_t* plan) noexcept {
+  PackedVectorDown<SixteenDoubles<1>>(out, upper, lower, share, plan);
+}
+
 }  // namespace
 
-const PackedRowForm kPackedRowsAvx512 = {"avx512", PlanBytes, Plan, Row};
+const PackedRowForm kPackedRowsAvx512 = {"avx512", PlanBytes, Plan, Row, Across, Down};
 
 }  // namespace zor

@@ -21,29 +21,46 @@ bool Plan(const AreaList& list, std::uint8_t* plan) noexcept {
   return true;
 }
 
-ZOR_ALWAYS_INLINE double Across(std::int32_t left, std::int32_t right, double share) noexcept {
-  return left - (left - right) * share;
-}
-
-void Row(std::uint8_t* out, const std::uint8_t* upper, const std::uint8_t* lower, double share,
-         const std::uint8_t* plan) noexcept {
+/// Calls value(i, across) for every value of a row; across(row) gives a row's.
+template <class Value>
+ZOR_ALWAYS_INLINE void ForEachValue(const std::uint8_t* plan, Value value) noexcept {
   const auto& list = *reinterpret_cast<const AreaList*>(plan);
   const auto* entries = reinterpret_cast<const AreaEntry*>(plan + sizeof(AreaList));
   for (std::int32_t i = 0; i < list.count; i += 2) {
-    const double across = entries[i].weight;
+    const double share = entries[i].weight;
     for (std::int32_t byte = 0; byte < 2; ++byte) {
       const std::int32_t left = entries[i].source + byte;
       const std::int32_t right = entries[i + 1].source + byte;
-      const double top = static_cast<float>(Across(upper[left], upper[right], across));
-      const double bottom = Across(lower[left], lower[right], across);
-      const double value = top - (top - bottom) * share;
-      out[i + byte] = static_cast<std::uint8_t>(static_cast<std::int32_t>(value));
+      value(i + byte,
+            [=](const std::uint8_t* row) { return row[left] - (row[left] - row[right]) * share; });
     }
   }
 }
 
+ZOR_ALWAYS_INLINE std::uint8_t Between(double upper, double lower, double share) noexcept {
+  const double top = static_cast<float>(upper);
+  return static_cast<std::uint8_t>(static_cast<std::int32_t>(top - (top - lower) * share));
+}
+
+void Row(std::uint8_t* out, const std::uint8_t* upper, const std::uint8_t* lower, double share,
+         const std::uint8_t* plan) noexcept {
+  ForEachValue(plan, [=](std::int32_t i, auto across) {
+    out[i] = Between(across(upper), across(lower), share);
+  });
+}
+
+void Across(double* out, const std::uint8_t* row, const std::uint8_t* plan) noexcept {
+  ForEachValue(plan, [=](std::int32_t i, auto across) { out[i] = across(row); });
+}
+
+void Down(std::uint8_t* out, const double* upper, const double* lower, double share,
+          const std::uint8_t* plan) noexcept {
+  const std::int32_t values = reinterpret_cast<const AreaList*>(plan)->values;
+  for (std::int32_t i = 0; i < values; ++i) out[i] = Between(upper[i], lower[i], share);
+}
+
 }  // namespace
 
-const PackedRowForm kPackedRowsPlain = {"plain", PlanBytes, Plan, Row};
+const PackedRowForm kPackedRowsPlain = {"plain", PlanBytes, Plan, Row, Across, Down};
 
 }  // namespace zor

@@ -11,36 +11,68 @@
 namespace zor {
 namespace {
 
-/// The row of a form. S shuffles bytes and has pairs of vectors of doubles: FromIntegers,
-/// FromFloats, Sub, Mul, Set, ThroughFloat, and Truncated, which makes integers of them.
-template <class S>
-ZOR_ALWAYS_INLINE void PackedVectorRow(std::uint8_t* out, const std::uint8_t* upper,
-                                       const std::uint8_t* lower, double share,
-                                       const std::uint8_t* plan) noexcept {
+/// Calls values(v, across) for every group of a row's values, from v on; across(row) gives a row's
+/// values in doubles. S shuffles bytes and has pairs of vectors of doubles: FromIntegers,
+/// FromFloats, Sub, Mul, Set, LoadPair, StorePair, ThroughFloat, and Truncated, which makes
+/// integers of them.
+template <class S, class Values>
+ZOR_ALWAYS_INLINE void ForEachPackedGroup(const std::uint8_t* plan, Values values) noexcept {
   const auto& head = *reinterpret_cast<const AreaPlanHead*>(plan);
   const auto* starts = reinterpret_cast<const std::int32_t*>(plan + sizeof(head));
   const std::uint8_t* record = plan + head.records;
-  const std::int64_t values = head.values;
+  const std::int64_t count = head.values;
   const std::int64_t step = head.recordBytes;
-  const auto down = S::Set(share);
-  for (std::int64_t v = 0; v < values; v += S::kLanes) {
+  for (std::int64_t v = 0; v < count; v += S::kLanes) {
     const auto index = S::LoadIndex(record);
     const auto leftIndex = S::IndexOf(index, 0);
     const auto rightIndex = S::IndexOf(index, 1);
     const auto right =
         S::FromFloats(S::Load(reinterpret_cast<const float*>(record + S::Shuffles::kIndexBytes)));
-    const auto across = [=](const std::uint8_t* row) {
+    values(v, [=](const std::uint8_t* row) {
       const auto window = S::LoadWindow(row, starts);
       const auto l = S::PickBytes(window, leftIndex);
       const auto r = S::PickBytes(window, rightIndex);
       return S::Sub(S::FromIntegers(l), S::Mul(S::FromIntegers(S::Difference(l, r)), right));
-    };
-    const auto top = S::ThroughFloat(across(upper));
-    const auto value = S::Sub(top, S::Mul(S::Sub(top, across(lower)), down));
-    const std::int64_t left = values - v;
-    S::StoreLowBytes(out + v, left < S::kLanes ? left : S::kLanes, S::Truncated(value));
+    });
     record += step;
     starts += S::kWindows;
+  }
+}
+
+/// One group of values between two rows, stored as far as there are values.
+template <class S, class Pair>
+ZOR_ALWAYS_INLINE void StoreBetween(std::uint8_t* out, std::int64_t left, Pair upper, Pair lower,
+                                    Pair share) noexcept {
+  const auto top = S::ThroughFloat(upper);
+  const auto value = S::Sub(top, S::Mul(S::Sub(top, lower), share));
+  S::StoreLowBytes(out, left < S::kLanes ? left : S::kLanes, S::Truncated(value));
+}
+
+template <class S>
+ZOR_ALWAYS_INLINE void PackedVectorRow(std::uint8_t* out, const std::uint8_t* upper,
+                                       const std::uint8_t* lower, double share,
+                                       const std::uint8_t* plan) noexcept {
+  const std::int64_t count = reinterpret_cast<const AreaPlanHead*>(plan)->values;
+  const auto down = S::Set(share);
+  ForEachPackedGroup<S>(plan, [=](std::int64_t v, auto across) {
+    StoreBetween<S>(out + v, count - v, across(upper), across(lower), down);
+  });
+}
+
+template <class S>
+ZOR_ALWAYS_INLINE void PackedVectorAcross(double* out, const std::uint8_t* row,
+                                          const std::uint8_t* plan) noexcept {
+  ForEachPackedGroup<S>(plan,
+                        [=](std::int64_t v, auto across) { S::StorePair(out + v, across(row)); });
+}
+
+template <class S>
+ZOR_ALWAYS_INLINE void PackedVectorDown(std::uint8_t* out, const double* upper, const double* lower,
+                                        double share, const std::uint8_t* plan) noexcept {
+  const std::int64_t count = reinterpret_cast<const AreaPlanHead*>(plan)->values;
+  const auto down = S::Set(share);
+  for (std::int64_t v = 0; v < count; v += S::kLanes) {
+    StoreBetween<S>(out + v, count - v, S::LoadPair(upper + v), S::LoadPair(lower + v), down);
   }
 }
 
