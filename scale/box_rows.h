@@ -56,8 +56,8 @@ struct BoxRowForm {
   std::uint64_t (*planBytes)(const BoxRun& run) noexcept;
   /// Makes the plan once per picture. @param plan aligned to 64.
   void (*plan)(const BoxRun& run, std::uint8_t* plan) noexcept;
-  /// Writes 4 bytes per box: the four lanes of the average, each held to 255. Of a 3-byte source the
-  /// fourth lane averages the first bytes of the pixels behind.
+  /// Writes 4 bytes per box: the four lanes of the average, each held to 255. Of a 3-byte source
+  /// the fourth lane averages the first bytes of the pixels behind.
   void (*row)(std::uint8_t* out, const BoxRow& row, const BoxRun& run,
               const BoxScratch& scratch) noexcept;
 };

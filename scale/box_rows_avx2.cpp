@@ -29,6 +29,11 @@ struct Avx2 {
     _mm_storeu_si128(reinterpret_cast<__m128i*>(p),
                      _mm_packus_epi16(_mm256_castsi256_si128(v), _mm256_extracti128_si256(v, 1)));
   }
+  static ZOR_ALWAYS_INLINE void StoreBytes(std::uint8_t* p, V a, V b) {
+    const V packed = _mm256_packus_epi16(a, b);  // a0 b0 | a1 b1
+    _mm256_storeu_si256(reinterpret_cast<V*>(p),
+                        _mm256_permute4x64_epi64(packed, _MM_SHUFFLE(3, 1, 2, 0)));
+  }
   static ZOR_ALWAYS_INLINE V AddPixels(V a, V b) {
     // a0 a1 | a2 a3, b0 b1 | b2 b3 -> a01 b01 | a23 b23 -> a01 a23 | b01 b23
     const V sums = _mm256_add_epi16(_mm256_unpacklo_epi64(a, b), _mm256_unpackhi_epi64(a, b));

@@ -86,6 +86,11 @@ struct Avx512 {
   static ZOR_ALWAYS_INLINE void StoreBytes(std::uint8_t* p, V v) {
     _mm256_storeu_si256(reinterpret_cast<__m256i*>(p), _mm512_cvtusepi16_epi8(v));
   }
+  static ZOR_ALWAYS_INLINE void StoreBytes(std::uint8_t* p, V a, V b) {
+    const V packed = _mm512_packus_epi16(a, b);  // a0 b0 | a1 b1 | a2 b2 | a3 b3
+    _mm512_storeu_si512(
+        p, _mm512_permutexvar_epi64(_mm512_setr_epi64(0, 2, 4, 6, 1, 3, 5, 7), packed));
+  }
   static ZOR_ALWAYS_INLINE V AddPixels(V a, V b) {
     // a01 b01 | a23 b23 | a45 b45 | a67 b67 -> the a in front of the b
     const V sums = _mm512_add_epi16(_mm512_unpacklo_epi64(a, b), _mm512_unpackhi_epi64(a, b));

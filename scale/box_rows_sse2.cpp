@@ -28,6 +28,9 @@ struct Sse2 {
   static ZOR_ALWAYS_INLINE void StoreBytes(std::uint8_t* p, V v) {
     _mm_storel_epi64(reinterpret_cast<V*>(p), _mm_packus_epi16(v, v));
   }
+  static ZOR_ALWAYS_INLINE void StoreBytes(std::uint8_t* p, V a, V b) {
+    _mm_storeu_si128(reinterpret_cast<V*>(p), _mm_packus_epi16(a, b));
+  }
   static ZOR_ALWAYS_INLINE V AddPixels(V a, V b) {
     // a0 a1, b0 b1 -> a0 + a1, b0 + b1
     return _mm_add_epi16(_mm_unpacklo_epi64(a, b), _mm_unpackhi_epi64(a, b));

@@ -10,7 +10,7 @@
 ///   Widen        kLanes bytes, each in a lane
 ///   Load, Store  lanes, unaligned
 ///   Add, Shift   lane by lane; the shift's count is the same for all
-///   StoreBytes   kLanes bytes, held to 255
+///   StoreBytes   kLanes bytes, held to 255, or those of two registers
 ///   Pairs        the sums of neighbouring pixels of 3 or 4 bytes, as many as make kLanes; of
 ///   3-byte
 ///                ones it may read up to kLanes / 2 bytes more
@@ -194,16 +194,18 @@ ZOR_ALWAYS_INLINE std::int32_t AverageAlike(std::uint8_t* out, const BoxRow& row
   // Three-byte pixels are read in whole registers too.
   if (kBytes == 3) readable -= P::kLanes / 2;
   const BoxReduction reduction = row.reductions[kAcross];
-  std::int32_t done = 0;
-  for (; done + kBoxes <= run.count && readable >= kStep; done += kBoxes) {
+  const auto average = [&](const std::uint8_t* from) {
     // A number of rows that is known keeps the loop out of it.
-    const typename P::V sums = row.rows == kAcross
-                                   ? SumAlike<P, kBytes, kAcross>(at, stride, kAcross)
-                                   : SumAlike<P, kBytes, kAcross>(at, stride, row.rows);
-    P::StoreBytes(out, Reduce<P>(sums, reduction));
-    at += kStep;
-    out += P::kLanes;
-    readable -= kStep;
+    return Reduce<P>(row.rows == kAcross ? SumAlike<P, kBytes, kAcross>(from, stride, kAcross)
+                                         : SumAlike<P, kBytes, kAcross>(from, stride, row.rows),
+                     reduction);
+  };
+  std::int32_t done = 0;
+  for (; done + 2 * kBoxes <= run.count && readable >= 2 * kStep; done += 2 * kBoxes) {
+    P::StoreBytes(out, average(at), average(at + kStep));
+    at += 2 * kStep;
+    out += 2 * P::kLanes;
+    readable -= 2 * kStep;
   }
   return done;
 }
