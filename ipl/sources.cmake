@@ -12,4 +12,8 @@ list(APPEND ZOR_CORE_SOURCES
   ipl/ownrect.cpp
   ipl/warp_nearest.cpp
   ipl/warp_smooth.cpp
+  ipl/warp_spans_avx2.cpp
+  ipl/warp_spans_avx512.cpp
+  ipl/warp_spans_plain.cpp
+  ipl/warp_spans_sse2.cpp
 )

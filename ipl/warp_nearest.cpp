@@ -3,10 +3,9 @@
 
 #include <cmath>
 #include <initializer_list>
-#include <cstring>
 
 #include "ipl/warp_rows.h"
-#include "platform/compiler.h"
+#include "ipl/warp_spans.h"
 
 namespace zor {
 namespace {
@@ -46,8 +45,8 @@ struct Steps {
   bool Whole() const { return ((sx | sy | rx | ry) & 0xFFFF) == 0; }
 };
 
-/// Source positions of a row, both ends of the span tested: positions run evenly, so all between
-/// lie inside as well.
+/// @return whether all source positions of some columns lie in the source. Positions run evenly,
+/// so those between two that do, do as well.
 bool RowInside(const WarpRows& w, const Steps& s, std::int32_t start, std::int32_t end) {
   for (const std::int64_t column : {start, end}) {
     const std::int64_t x = s.bx + s.sx * column;
@@ -55,31 +54,6 @@ bool RowInside(const WarpRows& w, const Steps& s, std::int32_t start, std::int32
     if (x < 0 || y < 0 || x >> 16 > w.lastColumn || y >> 16 > w.lastSourceRow) return false;
   }
   return true;
-}
-
-template <int kBytes>
-ZOR_ALWAYS_INLINE void CopyPixel(std::uint8_t* to, const std::uint8_t* from) {
-  std::memcpy(to, from, kBytes);
-}
-
-/// One span whose positions all lie in the source.
-template <int kPixel, int kCopied>
-void InsideSpan(const WarpRows& w, const Steps& s, std::uint8_t* to, std::int32_t start,
-                std::int32_t count) {
-  // Both coordinates stay below 2^31 inside of a span, so unsigned sums don't wrap apart.
-  auto x = static_cast<std::uint32_t>(Wrap(s.bx + std::int64_t{s.sx} * start));
-  auto y = static_cast<std::uint32_t>(Wrap(s.by + std::int64_t{s.sy} * start));
-  const auto sx = static_cast<std::uint32_t>(s.sx);
-  const auto sy = static_cast<std::uint32_t>(s.sy);
-  const std::int64_t step = w.sourceStep;
-  const std::uint8_t* source = w.source;
-  for (std::int32_t i = 0; i < count; ++i) {
-    CopyPixel<kCopied>(to, source + static_cast<std::int64_t>(y >> 16) * step +
-                               static_cast<std::int64_t>(x >> 16) * kPixel);
-    to += kPixel;
-    x += sx;
-    y += sy;
-  }
 }
 
 /// Any span, by the letter: 32-bit positions that wrap, 16-bit coordinates and row step. An address
@@ -99,18 +73,53 @@ void CheckedSpan(const WarpRows& w, const Steps& s, std::uint8_t* to, std::int32
   }
 }
 
-using SpanKernel = void (*)(const WarpRows&, const Steps&, std::uint8_t*, std::int32_t,
-                            std::int32_t);
+/// @return whether the target lies in the source's memory: then the order of pixels shows.
+bool Overlaps(const WarpRows& w) {
+  const auto from = reinterpret_cast<std::uintptr_t>(w.source);
+  const auto to = reinterpret_cast<std::uintptr_t>(w.target);
+  const auto read = static_cast<std::uintptr_t>((std::int64_t{w.lastSourceRow} + 1) * w.sourceStep);
+  const auto written =
+      static_cast<std::uintptr_t>((std::int64_t{w.lastRow} - w.firstRow + 1) * w.targetStep);
+  return from < to + written && to < from + read;
+}
 
-/// @return the kernel for spans inside of the source, or null where only the general one serves.
-SpanKernel InsideKernel(const WarpRows& w) {
-  if (w.sourceChannels != w.targetChannels || w.sourceStep > 32767) return nullptr;
-  if (w.lastColumn > 32767 || w.lastSourceRow > 32767) return nullptr;
-  if (w.sourceChannels == 1 && w.channels == 1) return InsideSpan<1, 1>;
-  if (w.sourceChannels == 3 && w.channels == 3) return InsideSpan<3, 3>;
-  if (w.sourceChannels == 4 && w.channels == 4) return InsideSpan<4, 4>;
-  if (w.sourceChannels == 4 && w.channels == 3) return InsideSpan<4, 3>;
-  return nullptr;
+/// @return whether the kernels of `WarpSpanForm` serve these pictures; the general one serves all.
+bool HasKernels(const WarpRows& w) {
+  const bool alike = w.sourceChannels == w.targetChannels && w.sourceChannels == w.channels;
+  const bool known = w.channels == 1 || w.channels == 3 || w.channels == 4;
+  return alike && known && w.sourceStep <= 32767 && w.lastColumn <= 32767 &&
+         w.lastSourceRow <= 32767 && !Overlaps(w);
+}
+
+const WarpSpanForm& ChosenForm() {
+  const bool vectors = (CpuFeatureWord & kFeatureSse2) != 0;
+  return *kWarpSpanForms[vectors ? static_cast<int>(InnerVectorLevel()) + 1 : 0];
+}
+
+/// Fills columns of a row, all of them in the source.
+void InsideSpan(const WarpRows& w, const Steps& s, const WarpSpanForm& form, std::uint8_t* to,
+                std::int32_t start, std::int32_t end) {
+  // Both coordinates stay below 2^31 inside of a span, so unsigned sums don't wrap apart.
+  const auto at = [&](std::int32_t base, std::int32_t step, std::int32_t column) {
+    return static_cast<std::uint32_t>(Wrap(base + std::int64_t{step} * column));
+  };
+  const WarpSpan span{w.source,
+                      to,
+                      w.sourceStep,
+                      at(s.bx, s.sx, start),
+                      at(s.by, s.sy, start),
+                      static_cast<std::uint32_t>(s.sx),
+                      static_cast<std::uint32_t>(s.sy),
+                      end - start + 1};
+  if (w.channels == 1) {
+    form.gray(span);
+  } else if (w.channels == 4) {
+    form.rgb32(span);
+  } else {
+    const auto last = static_cast<std::uint32_t>(w.lastSourceRow);
+    const bool above = span.y >> 16 < last && at(s.by, s.sy, end) >> 16 < last;
+    (above ? form.rgb24Above : form.rgb24)(span);
+  }
 }
 
 /// At right angles every row of the picture has one span and whole steps: the warp is a move of the
@@ -118,8 +127,7 @@ SpanKernel InsideKernel(const WarpRows& w) {
 bool MoveWhole(const WarpRows& w, Steps s) {
   const std::int32_t start = w.spanStarts[0];
   const std::int32_t end = w.spanEnds[0];
-  if (!s.Whole() || w.channels != w.sourceChannels || end < start) return false;
-  if (w.channels != 1 && w.channels != 3 && w.channels != 4) return false;
+  if (!s.Whole() || end < start) return false;
   const Steps first = s;
   for (std::int32_t row = 0; row <= w.lastRow - w.firstRow; ++row) {
     if (w.spanStarts[row] != start || w.spanEnds[row] != end || !RowInside(w, s, start, end)) {
@@ -129,11 +137,11 @@ bool MoveWhole(const WarpRows& w, Steps s) {
   }
   const std::int64_t step = w.sourceStep;
   const std::int64_t pixel = w.channels;
-  MoveLattice({w.source, (first.by >> 16) * step + (first.bx >> 16) * pixel,
-               (first.sy >> 16) * step + (first.sx >> 16) * pixel,
-               (first.ry >> 16) * step + (first.rx >> 16) * pixel, w.target, w.targetStep,
-               w.channels},
-              start, 0, end, w.lastRow - w.firstRow);
+  MoveLattice(
+      {w.source, (first.by >> 16) * step + (first.bx >> 16) * pixel,
+       (first.sy >> 16) * step + (first.sx >> 16) * pixel,
+       (first.ry >> 16) * step + (first.rx >> 16) * pixel, w.target, w.targetStep, w.channels},
+      start, 0, end, w.lastRow - w.firstRow);
   return true;
 }
 
@@ -141,16 +149,20 @@ bool MoveWhole(const WarpRows& w, Steps s) {
 
 void WarpNearest8(const WarpRows& w) noexcept {
   Steps s(w);
-  const SpanKernel inside = InsideKernel(w);
-  if (inside != nullptr && MoveWhole(w, s)) return;
+  const bool kernels = HasKernels(w);
+  if (kernels && MoveWhole(w, s)) return;
+  const WarpSpanForm& form = ChosenForm();
   std::uint8_t* row = w.target;
   for (std::int32_t y = w.firstRow; y <= w.lastRow; ++y, row += w.targetStep, s.Advance()) {
     const std::int32_t start = w.spanStarts[y - w.firstRow];
     const std::int32_t end = w.spanEnds[y - w.firstRow];
     if (end < start) continue;
-    const bool fast = inside != nullptr && RowInside(w, s, start, end);
-    (fast ? inside : CheckedSpan)(w, s, row + std::int64_t{start} * w.targetChannels, start,
-                                  end - start + 1);
+    std::uint8_t* to = row + std::int64_t{start} * w.targetChannels;
+    if (kernels && RowInside(w, s, start, end)) {
+      InsideSpan(w, s, form, to, start, end);
+    } else {
+      CheckedSpan(w, s, to, start, end - start + 1);
+    }
   }
 }
 
