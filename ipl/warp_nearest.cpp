@@ -37,9 +37,9 @@ struct Steps {
         bx(Wrap(std::int64_t{Fixed((w.firstRow * w.a[1] + w.a[2]) * kOne)} + 32768)),
         by(Wrap(std::int64_t{Fixed((w.firstRow * w.a[4] + w.a[5]) * kOne)} + 32768)) {}
 
-  void Advance() {
-    bx = Wrap(std::int64_t{bx} + rx);
-    by = Wrap(std::int64_t{by} + ry);
+  void Advance(std::int32_t rows) {
+    bx = Wrap(bx + std::int64_t{rx} * rows);
+    by = Wrap(by + std::int64_t{ry} * rows);
   }
   /// @return whether columns and rows step by whole pixels.
   bool Whole() const { return ((sx | sy | rx | ry) & 0xFFFF) == 0; }
@@ -133,7 +133,7 @@ bool MoveWhole(const WarpRows& w, Steps s) {
     if (w.spanStarts[row] != start || w.spanEnds[row] != end || !RowInside(w, s, start, end)) {
       return false;
     }
-    s.Advance();
+    s.Advance(1);
   }
   const std::int64_t step = w.sourceStep;
   const std::int64_t pixel = w.channels;
@@ -145,23 +145,59 @@ bool MoveWhole(const WarpRows& w, Steps s) {
   return true;
 }
 
+/// Tiles pay where a row of the target would run down the columns of a source that is larger than
+/// the caches; elsewhere whole rows are faster.
+constexpr std::int64_t kTiledBytes = std::int64_t{16} << 20;
+constexpr std::int32_t kTileRows = 64;
+constexpr std::int32_t kTileColumns = 128;
+
+bool WantsTiles(const WarpRows& w) {
+  const bool steep = std::fabs(w.a[3]) > 2 * std::fabs(w.a[0]);
+  return steep && std::int64_t{w.sourceStep} * (w.lastSourceRow + 1) > kTiledBytes;
+}
+
+/// Fills what of some rows' spans lies in columns @p left to @p right.
+void FillTile(const WarpRows& w, Steps s, const WarpSpanForm* form, std::int32_t row,
+              std::int32_t rows, std::int32_t left, std::int32_t right) {
+  s.Advance(row);
+  for (std::int32_t i = row; i < row + rows; ++i, s.Advance(1)) {
+    const std::int32_t start = w.spanStarts[i] > left ? w.spanStarts[i] : left;
+    const std::int32_t end = w.spanEnds[i] < right ? w.spanEnds[i] : right;
+    if (end < start) continue;
+    std::uint8_t* to =
+        w.target + std::int64_t{i} * w.targetStep + std::int64_t{start} * w.targetChannels;
+    if (form != nullptr && RowInside(w, s, start, end)) {
+      InsideSpan(w, s, *form, to, start, end);
+    } else {
+      CheckedSpan(w, s, to, start, end - start + 1);
+    }
+  }
+}
+
 }  // namespace
 
 void WarpNearest8(const WarpRows& w) noexcept {
-  Steps s(w);
+  const Steps s(w);
   const bool kernels = HasKernels(w);
   if (kernels && MoveWhole(w, s)) return;
-  const WarpSpanForm& form = ChosenForm();
-  std::uint8_t* row = w.target;
-  for (std::int32_t y = w.firstRow; y <= w.lastRow; ++y, row += w.targetStep, s.Advance()) {
-    const std::int32_t start = w.spanStarts[y - w.firstRow];
-    const std::int32_t end = w.spanEnds[y - w.firstRow];
-    if (end < start) continue;
-    std::uint8_t* to = row + std::int64_t{start} * w.targetChannels;
-    if (kernels && RowInside(w, s, start, end)) {
-      InsideSpan(w, s, form, to, start, end);
-    } else {
-      CheckedSpan(w, s, to, start, end - start + 1);
+  const WarpSpanForm* form = kernels ? &ChosenForm() : nullptr;
+  const std::int32_t rows = w.lastRow - w.firstRow + 1;
+  if (!kernels || !WantsTiles(w)) {
+    FillTile(w, s, form, 0, rows, INT32_MIN, INT32_MAX);
+    return;
+  }
+  std::int32_t left = INT32_MAX;
+  std::int32_t right = INT32_MIN;
+  for (std::int32_t i = 0; i < rows; ++i) {
+    if (w.spanEnds[i] < w.spanStarts[i]) continue;
+    if (w.spanStarts[i] < left) left = w.spanStarts[i];
+    if (w.spanEnds[i] > right) right = w.spanEnds[i];
+  }
+  for (std::int32_t row = 0; row < rows; row += kTileRows) {
+    const std::int32_t count = rows - row < kTileRows ? rows - row : kTileRows;
+    for (std::int64_t x = left; x <= right; x += kTileColumns) {
+      FillTile(w, s, form, row, count, static_cast<std::int32_t>(x),
+               static_cast<std::int32_t>(x + kTileColumns - 1));
     }
   }
 }
