@@ -75,10 +75,9 @@ std::int32_t CheckImage(const IplImage& image) {
     if (image.imageSize < 1) return kIplBadImageSize;
     if (image.widthStep < 1) return kIplBadStep;
   }
-  std::int32_t status =
-      CheckFields({image.nChannels, image.alphaChannel, image.depth, &image.colorModel,
-                   &image.channelSeq, image.dataOrder, image.origin, image.align, image.width,
-                   image.height, image.maskROI});
+  std::int32_t status = CheckFields(
+      {image.nChannels, image.alphaChannel, image.depth, &image.colorModel, &image.channelSeq,
+       image.dataOrder, image.origin, image.align, image.width, image.height, image.maskROI});
   if (status == kIplOk && image.tileInfo != nullptr) status = CheckTile(*image.tileInfo);
   if (status == kIplOk && image.roi != nullptr) status = CheckRoi(*image.roi, image.nChannels);
   return status;
@@ -118,19 +117,18 @@ void iplFreeAligned(void* block) noexcept {
 }
 
 IplImage* iplCreateImageHeader(std::int32_t nChannels, std::int32_t alphaChannel,
-                               std::uint32_t depth, const char* colorModel,
-                               const char* channelSeq, std::int32_t dataOrder, std::int32_t origin,
-                               std::int32_t align, std::int32_t width, std::int32_t height,
-                               IplROI* roi, IplImage* maskROI, void* imageId,
-                               IplTileInfo* tileInfo) noexcept {
+                               std::uint32_t depth, const char* colorModel, const char* channelSeq,
+                               std::int32_t dataOrder, std::int32_t origin, std::int32_t align,
+                               std::int32_t width, std::int32_t height, IplROI* roi,
+                               IplImage* maskROI, void* imageId, IplTileInfo* tileInfo) noexcept {
   const std::int32_t status = CheckFields({nChannels, alphaChannel, depth, colorModel, channelSeq,
                                            dataOrder, origin, align, width, height, maskROI});
   if (status < 0) {
     iplReportError(status, "iplCreateImageHeader", "Incorrect data-ins", "iplalloc", 158);
     return nullptr;
   }
-  auto* image = static_cast<IplImage*>(
-      iplAllocAligned(static_cast<std::int32_t>(sizeof(IplImage) < kHeaderSize ? kHeaderSize : sizeof(IplImage))));
+  auto* image = static_cast<IplImage*>(iplAllocAligned(
+      static_cast<std::int32_t>(sizeof(IplImage) < kHeaderSize ? kHeaderSize : sizeof(IplImage))));
   if (image == nullptr) return nullptr;
   *image = {};
   image->nSize = kHeaderSize;
@@ -155,9 +153,9 @@ IplImage* iplCreateImageHeader(std::int32_t nChannels, std::int32_t alphaChannel
   const std::int64_t step = ((row + a - 1) & -a) >> 3;
   const std::int64_t planes = dataOrder == 0 ? 1 : nChannels;
   image->widthStep = static_cast<std::int32_t>(static_cast<std::uint32_t>(step));
-  image->imageSize = static_cast<std::int32_t>(
-      static_cast<std::uint32_t>(step) * static_cast<std::uint32_t>(height) *
-      static_cast<std::uint32_t>(planes));
+  image->imageSize = static_cast<std::int32_t>(static_cast<std::uint32_t>(step) *
+                                               static_cast<std::uint32_t>(height) *
+                                               static_cast<std::uint32_t>(planes));
   iplSetBorders(image, 0, 15, 0);
   return image;
 }
@@ -210,7 +208,9 @@ void iplReleaseParts(IplImage* image, std::int32_t flags) noexcept {
   if ((flags & kIplReleaseHeader) != 0) iplFreeAligned(image);
 }
 
-void iplReleaseHeader(IplImage* image) noexcept { iplReleaseParts(image, kIplReleaseHeader); }
+void iplReleaseHeader(IplImage* image) noexcept {
+  iplReleaseParts(image, kIplReleaseHeader);
+}
 
 void iplSetBorders(IplImage* image, std::int32_t mode, std::int32_t sides,
                    std::int32_t value) noexcept {

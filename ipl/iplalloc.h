@@ -43,9 +43,9 @@ struct IplImage {
   std::int32_t align;      ///< row alignment in bytes: 4, 8, 16 or 32
   std::int32_t width;
   std::int32_t height;
-  IplROI* roi;         ///< null: the whole image
-  IplImage* maskROI;   ///< null, or a one-bit image
-  void* imageId;       ///< carried along
+  IplROI* roi;        ///< null: the whole image
+  IplImage* maskROI;  ///< null, or a one-bit image
+  void* imageId;      ///< carried along
   IplTileInfo* tileInfo;
   std::int32_t imageSize;  ///< bytes of image data
   std::uint8_t* imageData;
@@ -87,11 +87,10 @@ inline constexpr std::int32_t kIplMaskBadDepth = -117;
 /// @return the header, or null after a report if an argument is out of its range, or null without
 ///         a report if there is no memory.
 IplImage* iplCreateImageHeader(std::int32_t nChannels, std::int32_t alphaChannel,
-                               std::uint32_t depth, const char* colorModel,
-                               const char* channelSeq, std::int32_t dataOrder, std::int32_t origin,
-                               std::int32_t align, std::int32_t width, std::int32_t height,
-                               IplROI* roi, IplImage* maskROI, void* imageId,
-                               IplTileInfo* tileInfo) noexcept;
+                               std::uint32_t depth, const char* colorModel, const char* channelSeq,
+                               std::int32_t dataOrder, std::int32_t origin, std::int32_t align,
+                               std::int32_t width, std::int32_t height, IplROI* roi,
+                               IplImage* maskROI, void* imageId, IplTileInfo* tileInfo) noexcept;
 
 /// Makes a header of a packed picture of 1, 8, 24 or 32 bits per pixel; null for other depths.
 IplImage* CreateImageHeader(std::int32_t width, std::int32_t height,

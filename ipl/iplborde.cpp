@@ -55,6 +55,7 @@ void iplBlendEdgePixel(IplImage* image, std::int32_t xa, std::int32_t ya, std::i
 
 void iplSmoothEdges(IplImage* image, const double* quad, std::int32_t x0, std::int32_t y0,
                     std::int32_t x1, std::int32_t y1, std::int32_t orientation) noexcept {
+  if (image->depth == 1) return;
   IplVertex polygon[kMaxVertices];
   IplVertex other[kMaxVertices];
   for (int i = 0; i < 4; ++i) polygon[i] = {quad[2 * i], quad[2 * i + 1]};

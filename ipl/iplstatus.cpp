@@ -81,11 +81,17 @@ const char* TextAt(const char* const (&texts)[N], std::int32_t index) {
 
 }  // namespace
 
-std::int32_t iplGetStatus() noexcept { return store.status; }
+std::int32_t iplGetStatus() noexcept {
+  return store.status;
+}
 
-void iplSetStatus(std::int32_t status) noexcept { store.status = status; }
+void iplSetStatus(std::int32_t status) noexcept {
+  store.status = status;
+}
 
-std::int32_t iplGetErrorMode() noexcept { return store.errorMode; }
+std::int32_t iplGetErrorMode() noexcept {
+  return store.errorMode;
+}
 
 std::int32_t iplReportError(std::int32_t status, const char* functionName, const char* message,
                             const char* fileName, std::int32_t line) {

@@ -15,19 +15,24 @@ namespace {
 
 constexpr const char* kFile = "iplwarp";
 constexpr double kDegree = 0.017453292519943295;
+constexpr double kFarAway = 1e12;  // a shift that takes any picture off any other
 
 void Report(std::int32_t status, const char* function, const char* message) {
   iplReportError(status, function, message, kFile, 0);
 }
 
-bool Failed() { return iplGetStatus() < 0; }
+bool Failed() {
+  return iplGetStatus() < 0;
+}
 
 double NormaliseAngle(double angle) {
   const double a = angle - std::rint(angle * (1.0 / 360.0)) * 360;
   return a < 0 ? a + 360 : a;
 }
 
-bool IsRightAngle(double a) { return a == 90 || a == 180 || a == 270; }
+bool IsRightAngle(double a) {
+  return a == 90 || a == 180 || a == 270;
+}
 
 /// What the warp and the move of pixels refuse alike. The tests of a pair don't stop one another.
 void CheckPair(const IplImage* src, const IplImage* dst, const char* function) {
@@ -74,6 +79,7 @@ void MovePixels(IplImage* src, IplImage* dst, double a, double xShift, double yS
   IplChannels to;
   if (!iplGetRoiRect(src, &s, true) || !iplGetRoiRect(dst, &d, true)) return;
   if (!ChannelsOfBoth(src, dst, function, &from, &to)) return;
+  if (!(std::fabs(xShift) < kFarAway && std::fabs(yShift) < kFarAway)) return;
   const auto xs = static_cast<std::int64_t>(std::floor(xShift));
   const auto ys = static_cast<std::int64_t>(std::floor(yShift));
 
@@ -84,23 +90,34 @@ void MovePixels(IplImage* src, IplImage* dst, double a, double xShift, double yS
   };
   const auto degrees = static_cast<std::int32_t>(a + 0.1);
   const Turn turn =
-      degrees == 90 ? Turn{s.y0 + xs, s.y1 + xs, ys - s.x1, ys - s.x0, 0, -1, ys, 1, 0, -xs}
-      : degrees == 180
-          ? Turn{xs - s.x1, xs - s.x0, ys - s.y1, ys - s.y0, -1, 0, xs, 0, -1, ys}
-          : Turn{xs - s.y1, xs - s.y0, ys + s.x0, ys + s.x1, 0, 1, -ys, -1, 0, xs};
+      degrees == 90    ? Turn{s.y0 + xs, s.y1 + xs, ys - s.x1, ys - s.x0, 0, -1, ys, 1, 0, -xs}
+      : degrees == 180 ? Turn{xs - s.x1, xs - s.x0, ys - s.y1, ys - s.y0, -1, 0, xs, 0, -1, ys}
+                       : Turn{xs - s.y1, xs - s.y0, ys + s.x0, ys + s.x1, 0, 1, -ys, -1, 0, xs};
   const std::int64_t x0 = turn.left > d.x0 ? turn.left : d.x0;
   const std::int64_t x1 = turn.right < d.x1 ? turn.right : d.x1;
   const std::int64_t y0 = turn.top > d.y0 ? turn.top : d.y0;
   const std::int64_t y1 = turn.bottom < d.y1 ? turn.bottom : d.y1;
   if (x0 > x1 || y0 > y1) return;
-  if (src->depth != 8 || src->nChannels != dst->nChannels) return;
-  const std::int64_t pixel = src->nChannels;
+  if (src->depth != 8) return;
   const std::int64_t step = src->widthStep;
-  auto place = [&](std::int64_t x, std::int64_t y) { return y * step + x * pixel; };
-  MoveLattice({src->imageData, place(turn.xc, turn.yc), place(turn.xx, turn.yx),
-               place(turn.xy, turn.yy), dst->imageData, dst->widthStep,
-               static_cast<std::int32_t>(pixel)},
-              static_cast<std::int32_t>(x0), static_cast<std::int32_t>(y0),
+  auto place = [&](std::int64_t x, std::int64_t y) { return y * step + x * from.channels; };
+  const LatticeMove move{src->imageData,
+                         place(turn.xc, turn.yc),
+                         place(turn.xx, turn.yx),
+                         place(turn.xy, turn.yy),
+                         dst->imageData,
+                         dst->widthStep,
+                         to.channels};
+  if (from.processed < from.channels || from.channels != to.channels) {  // one channel of interest
+    for (std::int64_t y = y0; y <= y1; ++y) {
+      for (std::int64_t x = x0; x <= x1; ++x) {
+        dst->imageData[y * dst->widthStep + x * to.channels + to.index] =
+            src->imageData[move.origin + x * move.columnStep + y * move.rowStep + from.index];
+      }
+    }
+    return;
+  }
+  MoveLattice(move, static_cast<std::int32_t>(x0), static_cast<std::int32_t>(y0),
               static_cast<std::int32_t>(x1), static_cast<std::int32_t>(y1));
 }
 
@@ -171,7 +188,8 @@ void iplWarpCore(IplImage* src, IplImage* dst, const double* quad, std::int32_t 
   const std::int32_t interpolation = flags & ~WARP_EDGE_BLEND;
   std::int32_t height = 0;
   std::int32_t width = 0;
-  if (kind != 0 || !iplGetRoiSize(src, &height, &width, true)) return;
+  if (kind != 0 || src->tileInfo != nullptr || dst->tileInfo != nullptr) return;
+  if (!iplGetRoiSize(src, &height, &width, true)) return;
   if (width <= 1 || height <= 1) {
     Report(kIplBadArg, functionName, "srcImage Rectangle ROI is degenerate to length or point");
     return;

@@ -34,7 +34,8 @@ void iplGetAffineQuad(const IplImage* image, const double* coeffs, double* quad)
 void iplRotateCenterShift(double xCenter, double yCenter, double angle, double* xShift,
                           double* yShift) noexcept;
 
-/// The worker of `iplWarpAffine`. @param kind 0; the only one.
+/// The worker of `iplWarpAffine`, which does nothing for tiled pictures. @param kind 0; the only
+/// one.
 void iplWarpCore(IplImage* srcImage, IplImage* dstImage, const double* quad, std::int32_t flags,
                  const char* functionName, std::int32_t kind, std::int32_t clipToImage) noexcept;
 

@@ -39,7 +39,8 @@ struct Side {
   IplVertex Crossing(const IplVertex& a, const IplVertex& b) const {
     IplVertex out;
     out.*clipped = limit;
-    out.*other = (b.*other - a.*other) / (b.*clipped - a.*clipped) * (limit - a.*clipped) + a.*other;
+    out.*other =
+        (b.*other - a.*other) / (b.*clipped - a.*clipped) * (limit - a.*clipped) + a.*other;
     return out;
   }
   std::int32_t Clip(const IplVertex* in, std::int32_t count, IplVertex* out) const {
@@ -165,7 +166,7 @@ void iplClipPolygon(IplVertex* polygon, IplVertex* out, std::int32_t* count, dou
                         {&IplVertex::y, &IplVertex::x, y1, false},
                         {&IplVertex::x, &IplVertex::y, x0, true},
                         {&IplVertex::x, &IplVertex::y, x1, false}};
-  const bool cuts[] = {box.minY < y0, box.maxY > y1, box.minX < x0, box.maxX > x1};
+  const bool cuts[] = {box.minY<y0, box.maxY> y1, box.minX<x0, box.maxX> x1};
   bool any = false;
   for (int i = 0; i < 4; ++i) {
     if (!cuts[i]) continue;

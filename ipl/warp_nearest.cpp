@@ -6,48 +6,16 @@
 
 #include "ipl/warp_rows.h"
 #include "ipl/warp_spans.h"
+#include "ipl/warp_steps.h"
 
 namespace zor {
 namespace {
 
-constexpr double kOne = 65536.0;
-
-/// Rounded to nearest, ties to even; a value beyond 32 bits keeps its low 32.
-std::int32_t Fixed(double value) {
-  const double rounded = std::rint(value);
-  if (!(std::fabs(rounded) < 9.2e18)) return 0;
-  return static_cast<std::int32_t>(static_cast<std::uint32_t>(static_cast<std::int64_t>(rounded)));
-}
-
-std::int32_t Wrap(std::int64_t value) {
-  return static_cast<std::int32_t>(static_cast<std::uint32_t>(value));
-}
-
-/// The fixed-point form of a warp.
-struct Steps {
-  std::int32_t sx, sy;  // per column
-  std::int32_t rx, ry;  // per row
-  std::int32_t bx, by;  // base of the first row, with the half that rounds
-
-  explicit Steps(const WarpRows& w)
-      : sx(Fixed(w.a[0] * kOne)),
-        sy(Fixed(w.a[3] * kOne)),
-        rx(Fixed(w.a[1] * kOne)),
-        ry(Fixed(w.a[4] * kOne)),
-        bx(Wrap(std::int64_t{Fixed((w.firstRow * w.a[1] + w.a[2]) * kOne)} + 32768)),
-        by(Wrap(std::int64_t{Fixed((w.firstRow * w.a[4] + w.a[5]) * kOne)} + 32768)) {}
-
-  void Advance(std::int32_t rows) {
-    bx = Wrap(bx + std::int64_t{rx} * rows);
-    by = Wrap(by + std::int64_t{ry} * rows);
-  }
-  /// @return whether columns and rows step by whole pixels.
-  bool Whole() const { return ((sx | sy | rx | ry) & 0xFFFF) == 0; }
-};
+constexpr std::int32_t kHalf = 32768;  // makes rounding of truncation
 
 /// @return whether all source positions of some columns lie in the source. Positions run evenly,
 /// so those between two that do, do as well.
-bool RowInside(const WarpRows& w, const Steps& s, std::int32_t start, std::int32_t end) {
+bool RowInside(const WarpRows& w, const WarpSteps& s, std::int32_t start, std::int32_t end) {
   for (const std::int64_t column : {start, end}) {
     const std::int64_t x = s.bx + s.sx * column;
     const std::int64_t y = s.by + s.sy * column;
@@ -58,17 +26,17 @@ bool RowInside(const WarpRows& w, const Steps& s, std::int32_t start, std::int32
 
 /// Any span, by the letter: 32-bit positions that wrap, 16-bit coordinates and row step. An address
 /// outside of the source leaves its pixel.
-void CheckedSpan(const WarpRows& w, const Steps& s, std::uint8_t* to, std::int32_t start,
+void CheckedSpan(const WarpRows& w, const WarpSteps& s, std::uint8_t* to, std::int32_t start,
                  std::int32_t count) {
   const std::int64_t bytes = std::int64_t{w.lastSourceRow} * w.sourceStep +
                              (std::int64_t{w.lastColumn} + 1) * w.sourceChannels;
   const auto step = static_cast<std::int16_t>(static_cast<std::uint16_t>(w.sourceStep));
   for (std::int32_t i = 0; i < count; ++i, to += w.targetChannels) {
     const std::int64_t column = std::int64_t{start} + i;
-    const std::int32_t xi = Wrap(s.bx + s.sx * column) >> 16;
-    const std::int32_t yi = Wrap(s.by + s.sy * column) >> 16;
+    const std::int32_t xi = s.XAt(column) >> 16;
+    const std::int32_t yi = s.YAt(column) >> 16;
     const std::int64_t offset = std::int64_t{xi} * w.sourceChannels + std::int64_t{yi} * step;
-    if (offset < 0 || offset + w.channels > bytes) continue;
+    if (offset < 0 || offset + w.sourceChannels > bytes) continue;
     for (std::int32_t c = w.channels - 1; c >= 0; --c) to[c] = w.source[offset + c];
   }
 }
@@ -97,17 +65,14 @@ const WarpSpanForm& ChosenForm() {
 }
 
 /// Fills columns of a row, all of them in the source.
-void InsideSpan(const WarpRows& w, const Steps& s, const WarpSpanForm& form, std::uint8_t* to,
+void InsideSpan(const WarpRows& w, const WarpSteps& s, const WarpSpanForm& form, std::uint8_t* to,
                 std::int32_t start, std::int32_t end) {
   // Both coordinates stay below 2^31 inside of a span, so unsigned sums don't wrap apart.
-  const auto at = [&](std::int32_t base, std::int32_t step, std::int32_t column) {
-    return static_cast<std::uint32_t>(Wrap(base + std::int64_t{step} * column));
-  };
   const WarpSpan span{w.source,
                       to,
                       w.sourceStep,
-                      at(s.bx, s.sx, start),
-                      at(s.by, s.sy, start),
+                      static_cast<std::uint32_t>(s.XAt(start)),
+                      static_cast<std::uint32_t>(s.YAt(start)),
                       static_cast<std::uint32_t>(s.sx),
                       static_cast<std::uint32_t>(s.sy),
                       end - start + 1};
@@ -117,18 +82,18 @@ void InsideSpan(const WarpRows& w, const Steps& s, const WarpSpanForm& form, std
     form.rgb32(span);
   } else {
     const auto last = static_cast<std::uint32_t>(w.lastSourceRow);
-    const bool above = span.y >> 16 < last && at(s.by, s.sy, end) >> 16 < last;
+    const bool above = span.y >> 16 < last && static_cast<std::uint32_t>(s.YAt(end)) >> 16 < last;
     (above ? form.rgb24Above : form.rgb24)(span);
   }
 }
 
 /// At right angles every row of the picture has one span and whole steps: the warp is a move of the
 /// lattice. @return whether it was done.
-bool MoveWhole(const WarpRows& w, Steps s) {
+bool MoveWhole(const WarpRows& w, WarpSteps s) {
   const std::int32_t start = w.spanStarts[0];
   const std::int32_t end = w.spanEnds[0];
   if (!s.Whole() || end < start) return false;
-  const Steps first = s;
+  const WarpSteps first = s;
   for (std::int32_t row = 0; row <= w.lastRow - w.firstRow; ++row) {
     if (w.spanStarts[row] != start || w.spanEnds[row] != end || !RowInside(w, s, start, end)) {
       return false;
@@ -157,7 +122,7 @@ bool WantsTiles(const WarpRows& w) {
 }
 
 /// Fills what of some rows' spans lies in columns @p left to @p right.
-void FillTile(const WarpRows& w, Steps s, const WarpSpanForm* form, std::int32_t row,
+void FillTile(const WarpRows& w, WarpSteps s, const WarpSpanForm* form, std::int32_t row,
               std::int32_t rows, std::int32_t left, std::int32_t right) {
   s.Advance(row);
   for (std::int32_t i = row; i < row + rows; ++i, s.Advance(1)) {
@@ -177,7 +142,7 @@ void FillTile(const WarpRows& w, Steps s, const WarpSpanForm* form, std::int32_t
 }  // namespace
 
 void WarpNearest8(const WarpRows& w) noexcept {
-  const Steps s(w);
+  const WarpSteps s(w, kHalf);
   const bool kernels = HasKernels(w);
   if (kernels && MoveWhole(w, s)) return;
   const WarpSpanForm* form = kernels ? &ChosenForm() : nullptr;

@@ -23,8 +23,8 @@ struct WarpRows {
   const std::int32_t* spanStarts;
   const std::int32_t* spanEnds;
   double a[6];
-  std::int32_t lastColumn;      ///< of the source
-  std::int32_t lastSourceRow;   ///< of the source
+  std::int32_t lastColumn;     ///< of the source
+  std::int32_t lastSourceRow;  ///< of the source
 };
 
 /// Nearest neighbour in 16.16 fixed point with 16-bit source coordinates and row steps.

@@ -4,20 +4,16 @@
 #include <cmath>
 
 #include "ipl/warp_rows.h"
+#include "ipl/warp_steps.h"
 
 namespace zor {
 namespace {
-
-constexpr double kOne = 65536.0;
 
 /// A position in the source, held to it: cell or neighbourhood, and place inside.
 struct Held {
   std::int32_t base;
   std::int32_t place;  // 16.16 from the base
 };
-
-/// Rounds to the 16.16 word; values beyond 64 bits don't occur inside of a span.
-std::int64_t Fixed(double value) { return static_cast<std::int64_t>(std::rint(value)); }
 
 std::int64_t HoldPosition(std::int64_t position, std::int32_t last) {
   const std::int64_t limit = std::int64_t{last} << 16;
@@ -43,16 +39,11 @@ Held CubicCells(std::int64_t position, std::int32_t last) {
 /// Walks all spans. @param pixel called with destination pixel, x and y position.
 template <class Pixel>
 void Walk(const WarpRows& w, Pixel pixel) {
-  const std::int64_t sx = Fixed(w.a[0] * kOne);
-  const std::int64_t sy = Fixed(w.a[3] * kOne);
-  const std::int64_t rx = Fixed(w.a[1] * kOne);
-  const std::int64_t ry = Fixed(w.a[4] * kOne);
-  std::int64_t bx = Fixed((w.firstRow * w.a[1] + w.a[2]) * kOne);
-  std::int64_t by = Fixed((w.firstRow * w.a[4] + w.a[5]) * kOne);
+  WarpSteps s(w, 0);
   std::uint8_t* row = w.target;
-  for (std::int32_t y = w.firstRow; y <= w.lastRow; ++y, row += w.targetStep, bx += rx, by += ry) {
-    for (std::int64_t c = w.spanStarts[y - w.firstRow]; c <= w.spanEnds[y - w.firstRow]; ++c) {
-      pixel(row + c * w.targetChannels, bx + sx * c, by + sy * c);
+  for (std::int32_t i = 0; i <= w.lastRow - w.firstRow; ++i, row += w.targetStep, s.Advance(1)) {
+    for (std::int64_t c = w.spanStarts[i]; c <= w.spanEnds[i]; ++c) {
+      pixel(row + c * w.targetChannels, s.XAt(c), s.YAt(c));
     }
   }
 }
@@ -68,10 +59,8 @@ struct CubicTable {
   CubicTable() {
     for (std::int32_t i = 0; i <= kLastIndex; ++i) {
       const double t = i / 512.0;
-      weight[i][0] = static_cast<std::int32_t>(
-          std::rint(-(t - 1) * (t - 2) * (t - 3) / 6 * kUnit));
-      weight[i][1] =
-          static_cast<std::int32_t>(std::rint(t * (t - 2) * (t - 3) / 2 * kUnit));
+      weight[i][0] = static_cast<std::int32_t>(std::rint(-(t - 1) * (t - 2) * (t - 3) / 6 * kUnit));
+      weight[i][1] = static_cast<std::int32_t>(std::rint(t * (t - 2) * (t - 3) / 2 * kUnit));
     }
   }
   /// The four weights at an index: the last two are the mirrored first two.

@@ -58,7 +58,7 @@ std::int32_t CZorSurfaceBuffer::RotateNow(std::int32_t degrees) {
   if (size.width < 0 || size.height < 0) return VED_E_INVALIDARG;
   const std::int64_t rowBytes = (size.width * d.bitsPerPixel + 31) / 32 * 4;
   const std::int64_t stride = !packed ? size.width : half ? d.stride : rowBytes;
-  if (size.width * size.height > kMaxBlockBytes || stride > kMaxBlockBytes) {
+  if (served && (size.width * size.height > kMaxBlockBytes || stride > kMaxBlockBytes)) {
     return VED_E_OUTOFMEMORY;
   }
   const std::int64_t bytes = packed ? size.height * stride : size.height * stride * 3 / 2;

@@ -135,12 +135,18 @@ TEST_F(Rotate, By45Of100x100Gives142x142) {
   }
 }
 
-TEST_F(Rotate, By200TakesTheSizesOf20Degrees) {
-  const HeldSurface by200 = MakeNoisy(Describe(100, 50, FORMAT_RGB32), 1);
-  EXPECT_EQ(by200->RotateNow(200), VED_OK);
+TEST_F(Rotate, By200TakesTheSizesOf20DegreesWhileItsPixelsTurnBy200) {
+  const HeldSurface surface = MakeNoisy(Describe(100, 50, FORMAT_RGB32), 1);
+  Bytes source = WholeBlock(surface);
+  EXPECT_EQ(surface->RotateNow(200), VED_OK);
   // 50 sin 20 + 100 cos 20 = 111.07 and 50 cos 20 + 100 sin 20 = 81.19.
-  EXPECT_EQ(DescriptionOf(by200.get()).width, 112);
-  EXPECT_EQ(DescriptionOf(by200.get()).height, 82);
+  EXPECT_EQ(DescriptionOf(surface.get()).width, 112);
+  EXPECT_EQ(DescriptionOf(surface.get()).height, 82);
+  Bytes expected(112 * 82 * 4);
+  const double theta = 200 * kPi / 180, phi = 110 * kPi / 180;
+  TurnPlane({source.data(), 100, 50, 400, 4}, {expected.data(), 112, 82, 448, 4}, 200,
+            std::sin(phi) * 100 - std::cos(phi) * 50, -std::cos(theta) * 50);
+  EXPECT_EQ(BlockOf(surface.get(), expected.size()), expected);
 }
 
 TEST_F(Rotate, NegativeAngleGivesASurfaceOfNoSize) {

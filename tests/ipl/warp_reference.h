@@ -135,10 +135,36 @@ inline void SourceOf(const Affine& m, int firstRow, int x, int y, int* sx, int* 
     return static_cast<std::uint32_t>(static_cast<std::int64_t>(std::nearbyint(v * 65536)));
   };
   const auto column = static_cast<std::uint32_t>(x), row = static_cast<std::uint32_t>(y - firstRow);
-  const std::uint32_t fx = word(firstRow * m.a1 + m.a2) + 32768 + word(m.a1) * row + word(m.a0) * column;
-  const std::uint32_t fy = word(firstRow * m.a4 + m.a5) + 32768 + word(m.a4) * row + word(m.a3) * column;
+  const std::uint32_t fx =
+      word(firstRow * m.a1 + m.a2) + 32768 + word(m.a1) * row + word(m.a0) * column;
+  const std::uint32_t fy =
+      word(firstRow * m.a4 + m.a5) + 32768 + word(m.a4) * row + word(m.a3) * column;
   *sx = static_cast<std::int32_t>(fx) >> 16;
   *sy = static_cast<std::int32_t>(fy) >> 16;
+}
+
+/// The nearest-neighbour warp by its definition. Spans come from the quadrilateral's edges.
+inline void ReferenceWarp(const Picture& from, Picture& to, const double* coeffs) {
+  double quad[8];
+  Corners(coeffs, from.width, from.height, quad);
+  const Affine m = Inverse(quad, from.width, from.height);
+  int firstRow = 0, lastRow = -1;
+  if (!ClippedRows(quad, to.width, to.height, &firstRow, &lastRow)) return;
+  for (int y = firstRow; y <= lastRow; ++y) {
+    int start = 0, end = -1;
+    if (!RowSpan(quad, y, to.width, &start, &end)) continue;
+    for (int x = start; x <= end; ++x) {
+      int sx = 0, sy = 0;
+      SourceOf(m, firstRow, x, y, &sx, &sy);
+      const long long offset = static_cast<long long>(sx) * from.channels +
+                               static_cast<long long>(sy) * static_cast<std::int16_t>(from.step);
+      for (int c = 0; c < from.channels; ++c) {
+        if (offset >= 0 && offset + from.channels <= static_cast<long long>(from.bytes.size())) {
+          to.At(x, y)[c] = from.bytes[static_cast<std::size_t>(offset + c)];
+        }
+      }
+    }
+  }
 }
 
 }  // namespace zor::test
