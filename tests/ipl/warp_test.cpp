@@ -643,9 +643,11 @@ TEST_F(Warp, APictureWarpedOntoItselfGoesPixelByPixel) {
     FillNoise(pixels, 7);
     expected.bytes = pixels.bytes;
     second.image->imageData = pixels.bytes.data();
-    const double r = 20 * 0.017453292519943295;
-    const double coeffs[] = {std::cos(r), std::sin(r), 5.3, -std::sin(r), std::cos(r), 11.7};
-    iplRotate(pixels.image, second.image, 20, 5.3, 11.7, 0);
+    // A small turn about the middle, where pixels stay in their places.
+    const double r = 2 * 0.017453292519943295, c = std::cos(r), s = std::sin(r);
+    const double xShift = 30 - 30 * c - 30 * s, yShift = 30 + 30 * s - 30 * c;
+    const double coeffs[] = {c, s, xShift, -s, c, yShift};
+    iplRotate(pixels.image, second.image, 2, xShift, yShift, 0);
     ReferenceWarp(expected, expected, coeffs);
     ASSERT_EQ(expected.bytes, pixels.bytes) << channels;
   }
