@@ -29,7 +29,8 @@ constexpr std::uint32_t kOpacity = 96;
 
 enum class Kind { kMaskPlanar, kMaskPacked, kOpacityPlanar };
 
-/// One blend of a whole picture. The source holds the child and, behind it, the mask.
+/// A child of this size, blended into a picture of 1080p where it is smaller, or into one of its
+/// own size. The source holds the child and, behind it, the mask.
 struct Case {
   Kind kind;
   int width, height;
@@ -43,6 +44,14 @@ struct Case {
   bool Packed() const { return kind == Kind::kMaskPacked; }
   bool Masked() const { return kind != Kind::kOpacityPlanar; }
   int Stride() const { return (width * (Packed() ? 2 : 1) + 63) / 64 * 64; }
+  int TargetStride() const { return std::max(Stride(), Packed() ? 3840 : 1920); }
+  int TargetHeight() const { return std::max(height, 1080); }
+  std::size_t TargetLuma() const {
+    return static_cast<std::size_t>(TargetStride()) * static_cast<std::size_t>(TargetHeight());
+  }
+  std::size_t TargetBytes() const { return Packed() ? TargetLuma() : TargetLuma() * 3 / 2; }
+  int Left() const { return width < 1920 ? 202 : 0; }
+  int Top() const { return width < 1920 ? 100 : 0; }
   std::size_t Luma() const {
     return static_cast<std::size_t>(Stride()) * static_cast<std::size_t>(height);
   }
@@ -56,7 +65,9 @@ struct Case {
   std::size_t SourceBytes() const { return PictureBytes() + MaskBytes(); }
 };
 
-RECT Whole(const Case& c) { return {0, 0, c.width, c.height}; }
+RECT RectAt(int left, int top, const Case& c) {
+  return {left, top, left + c.width, top + c.height};
+}
 
 zor::BlockBytes Block(std::uint8_t* data, std::size_t bytes) {
   return {data, static_cast<std::int64_t>(bytes)};
@@ -64,24 +75,28 @@ zor::BlockBytes Block(std::uint8_t* data, std::size_t bytes) {
 
 Work Ours(const Case& c) {
   const auto stride = static_cast<std::uint32_t>(c.Stride());
+  const auto targetStride = static_cast<std::uint32_t>(c.TargetStride());
+  const auto targetHeight = static_cast<std::uint32_t>(c.TargetHeight());
   const auto width = static_cast<std::uint32_t>(c.width);
   const auto height = static_cast<std::uint32_t>(c.height);
   return [=](std::uint8_t* target, std::uint8_t* source) {
-    const RECT rect = Whole(c);
-    const zor::BlockBytes to = Block(target, c.PictureBytes());
+    const RECT dest = RectAt(c.Left(), c.Top(), c);
+    const RECT rect = RectAt(0, 0, c);
+    const zor::BlockBytes to = Block(target, c.TargetBytes());
     const zor::BlockBytes from = Block(source, c.PictureBytes());
     const zor::BlockBytes mask = Block(source + c.PictureBytes(), c.MaskBytes());
     switch (c.kind) {
       case Kind::kMaskPlanar:
-        zor::BlendYuv420Masked(to, from, mask, stride, height, stride, height, &rect, &rect, true);
+        zor::BlendYuv420Masked(to, from, mask, targetStride, targetHeight, stride, height, &dest,
+                               &rect, true);
         break;
       case Kind::kMaskPacked:
-        zor::BlendYuy2Masked(to, from, mask, width, height, width, height, stride, stride, &rect,
-                             &rect, true);
+        zor::BlendYuy2Masked(to, from, mask, width, targetHeight, width, height, targetStride, stride,
+                             &dest, &rect, true);
         break;
       case Kind::kOpacityPlanar:
-        zor::BlendYuv420Keyed({to, stride, height}, {from, stride, height}, rect, rect, kOpacity,
-                              zor::KeyColourOf(zor::kNoKeyColour), true);
+        zor::BlendYuv420Keyed({to, targetStride, targetHeight}, {from, stride, height}, dest, rect,
+                              kOpacity, zor::KeyColourOf(zor::kNoKeyColour), true);
         break;
     }
   };
@@ -118,36 +133,53 @@ Work Shape(const Case& c) {
   };
 }
 
+/// Where a planar or packed target's samples under the child start.
+struct Places {
+  std::size_t y, u, v;
+};
+
+Places PlacesOf(const Case& c) {
+  const auto at = [](int row, int stride, int column) {
+    return static_cast<std::size_t>(row) * static_cast<std::size_t>(stride) +
+           static_cast<std::size_t>(column);
+  };
+  const std::size_t chroma = c.TargetLuma() + at(c.Top() / 2, c.TargetStride() / 2, c.Left() / 2);
+  return {at(c.Top(), c.TargetStride(), c.Packed() ? 2 * c.Left() : c.Left()), chroma,
+          chroma + c.TargetLuma() / 4};
+}
+
 #ifdef ZOR_BENCH_LIBYUV
 Work LibYuv(const Case& c) {
-  const int stride = c.Stride();
+  const int ss = c.Stride(), ts = c.TargetStride();
   const std::size_t u = c.Luma(), v = u + u / 4;
+  const Places to = PlacesOf(c);
   switch (c.kind) {
     case Kind::kMaskPlanar:
       return [=](std::uint8_t* t, std::uint8_t* s) {
-        libyuv::I420Blend(s, stride, s + u, stride / 2, s + v, stride / 2, t, stride, t + u,
-                          stride / 2, t + v, stride / 2, s + c.PictureBytes(), stride, t, stride,
-                          t + u, stride / 2, t + v, stride / 2, c.width, c.height);
+        libyuv::I420Blend(s, ss, s + u, ss / 2, s + v, ss / 2, t + to.y, ts, t + to.u, ts / 2,
+                          t + to.v, ts / 2, s + c.PictureBytes(), ss, t + to.y, ts, t + to.u,
+                          ts / 2, t + to.v, ts / 2, c.width, c.height);
       };
     case Kind::kMaskPacked: {
       // The mask is doubled row by row, then the bytes are blended as one plane.
-      const auto doubled = std::make_shared<zor::bench::Pixels>(static_cast<std::size_t>(stride));
+      const auto doubled = std::make_shared<zor::bench::Pixels>(static_cast<std::size_t>(ss));
       return [=](std::uint8_t* t, std::uint8_t* s) {
         const std::uint8_t* mask = s + c.PictureBytes();
+        t += to.y;
         for (int y = 0; y < c.height; ++y) {
           libyuv::MergeUVPlane(mask, 0, mask, 0, doubled->data(), 0, c.width, 1);
-          libyuv::BlendPlane(s, stride, t, stride, doubled->data(), 0, t, stride, 2 * c.width, 1);
+          libyuv::BlendPlane(s, ss, t, ts, doubled->data(), 0, t, ts, 2 * c.width, 1);
           mask += c.width;
-          s += stride;
-          t += stride;
+          s += ss;
+          t += ts;
         }
       };
     }
     case Kind::kOpacityPlanar:
       return [=](std::uint8_t* t, std::uint8_t* s) {
-        libyuv::I420Interpolate(s, stride, s + u, stride / 2, s + v, stride / 2, t, stride, t + u,
-                                stride / 2, t + v, stride / 2, t, stride, t + u, stride / 2, t + v,
-                                stride / 2, c.width, c.height, static_cast<int>(kOpacity));
+        libyuv::I420Interpolate(s, ss, s + u, ss / 2, s + v, ss / 2, t + to.y, ts, t + to.u, ts / 2,
+                                t + to.v, ts / 2, t + to.y, ts, t + to.u, ts / 2, t + to.v, ts / 2,
+                                c.width, c.height, static_cast<int>(kOpacity));
       };
   }
   return nullptr;
@@ -156,11 +188,12 @@ Work LibYuv(const Case& c) {
 
 #ifdef ZOR_BENCH_PIXMAN_1
 /// Blends bytes as pixels of four, of which three are blended.
-void PixmanPlane(std::uint8_t* target, std::uint8_t* source, std::uint8_t* mask, int stride,
-                 int width, int height) {
+void PixmanPlane(std::uint8_t* target, int targetStride, std::uint8_t* source, std::uint8_t* mask,
+                 int stride, int width, int height) {
   auto bits = [&](pixman_format_code_t format, std::uint8_t* data) {
     return pixman_image_create_bits_no_clear(format, width / 4, height,
-                                             reinterpret_cast<std::uint32_t*>(data), stride);
+                                             reinterpret_cast<std::uint32_t*>(data),
+                                             data == target ? targetStride : stride);
   };
   const pixman_color_t weight = {0, 0, 0, (256 - kOpacity) << 8};
   pixman_image_t* const in = bits(PIXMAN_x8r8g8b8, source);
@@ -177,9 +210,13 @@ Work Pixman(const Case& c) {
   return [=](std::uint8_t* t, std::uint8_t* s) {
     std::uint8_t* const mask = c.Masked() ? s + c.PictureBytes() : nullptr;
     const std::size_t u = c.Luma(), v = u + u / 4;
-    PixmanPlane(t, s, mask, c.Stride(), c.width, c.height);
-    for (const std::size_t plane : {u, v}) {
-      PixmanPlane(t + plane, s + plane, mask, c.Stride() / 2, c.width / 2, c.height / 2);
+    const Places to = PlacesOf(c);
+    // Its pixels stand at whole words.
+    auto word = [](std::size_t at) { return at & ~std::size_t{3}; };
+    PixmanPlane(t + word(to.y), c.TargetStride(), s, mask, c.Stride(), c.width, c.height);
+    for (const auto& [at, from] : {std::pair{to.u, u}, std::pair{to.v, v}}) {
+      PixmanPlane(t + word(at), c.TargetStride() / 2, s + from, mask, c.Stride() / 2, c.width / 2,
+                  c.height / 2);
     }
   };
 }
@@ -188,7 +225,7 @@ Work Pixman(const Case& c) {
 void RegisterCase(const Case& c, std::size_t spread) {
   const auto add = [&](const char* contestant, const Work& work) {
     zor::bench::Register(c.Name() + (spread == 0 ? " hot/" : " cold/") + contestant, work,
-                         c.SourceBytes(), c.PictureBytes(), spread);
+                         c.SourceBytes(), c.TargetBytes(), spread);
   };
   add("zor", Ours(c));
   add("copy", Copy(c));

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstring>
 #include <initializer_list>
+#include <utility>
 
 #include "compositor/blend.h"
 #include "compositor/blend_rows.h"
@@ -187,28 +188,42 @@ void BlendGathered(const Bytes& target, const Bytes& child, const KeyedWalk& wal
 /// Without a key, at an even width of a batch or more, entries stand in the pairs of their row, and
 /// how often a sample is blended follows from how many entries a row leaves over: luma once, and
 /// what was left over once more with the next row's first batch; chroma once a row, what is left
-/// over twice, and once more with the next row.
+/// over twice, and once more with the next row. The order doesn't show, as it is one blend of one
+/// sample over and over.
 void BlendEvenRows(std::uint8_t* target, const std::uint8_t* child, const KeyedWalk& walk,
                    std::uint32_t w) {
   const BlendRows& rows = InnerBlendRows();
   const auto columns = static_cast<std::size_t>(walk.width);
-  auto chroma = [&](const RowPlace& at, std::size_t first, std::size_t count) {
-    rows.constant(target + at.targetU + first, child + at.childU + first, w, count);
-    rows.constant(target + at.targetV + first, child + at.childV + first, w, count);
+  // Plane by plane, so that few streams run at once.
+  auto plane = [&](auto blend, std::int64_t RowPlace::*to, std::int64_t RowPlace::*from,
+                   std::int64_t first, std::int64_t end, std::int64_t step, std::size_t count) {
+    for (std::int64_t row = first; row < end; row += step) {
+      const RowPlace at = walk.Row(row);
+      blend(target + at.*to, child + at.*from, w, count);
+    }
+  };
+  const std::int64_t pairs = walk.rows & ~std::int64_t{1};
+  plane(rows.constant, &RowPlace::targetY, &RowPlace::childY, 0, walk.rows, 1, columns);
+  for (const auto& [to, from] : {std::pair{&RowPlace::targetU, &RowPlace::childU},
+                                 std::pair{&RowPlace::targetV, &RowPlace::childV}}) {
+    plane(rows.constantTwice, to, from, 0, pairs, 2, columns / 2);
+    plane(rows.constant, to, from, pairs, walk.rows, 2, columns / 2);
+  }
+  if (columns % 8 == 0) return;
+  auto again = [w](std::uint8_t* to, const std::uint8_t* from, std::size_t count, int times) {
+    for (std::size_t i = 0; i < count; ++i) {
+      for (int time = 0; time < times; ++time) to[i] = BlendSample(from[i], to[i], w);
+    }
   };
   std::size_t left = 0;
   for (std::int64_t row = 0; row < walk.rows; ++row) {
-    if (left != 0) {
-      const RowPlace before = walk.Row(row - 1);
-      const std::size_t first = columns - left;
-      rows.constant(target + before.targetY + first, child + before.childY + first, w, left);
-      chroma(before, first / 2, left / 2);
-    }
-    const RowPlace at = walk.Row(row);
-    rows.constant(target + at.targetY, child + at.childY, w, columns);
-    chroma(at, 0, columns / 2);
     left = (left + columns) % 8;
-    if (left != 0) chroma(at, (columns - left) / 2, left / 2);
+    const int followed = row + 1 < walk.rows ? 1 : 0;
+    const RowPlace at = walk.Row(row);
+    const std::size_t luma = columns - left, chroma = luma / 2;
+    again(target + at.targetY + luma, child + at.childY + luma, left, followed);
+    again(target + at.targetU + chroma, child + at.childU + chroma, left / 2, 1 + followed);
+    again(target + at.targetV + chroma, child + at.childV + chroma, left / 2, 1 + followed);
   }
 }
 

@@ -25,6 +25,9 @@ struct BlendRows {
   /// target[i] = blend(child[i], target[i], weight).
   void (*constant)(std::uint8_t* target, const std::uint8_t* child, std::uint32_t weight,
                    std::size_t count) noexcept;
+  /// The same, twice: the second time over the first result.
+  void (*constantTwice)(std::uint8_t* target, const std::uint8_t* child, std::uint32_t weight,
+                        std::size_t count) noexcept;
 };
 
 extern const BlendRows kBlendRowsPlain;

@@ -1,78 +1,96 @@
 // SPDX-License-Identifier: BSD-2-Clause
 // Copyright (c) 2026, The ZorSurface authors
 
-#include <immintrin.h>
-
-#include "compositor/blend_rows_vector.h"
+#include "compositor/blend_lanes_avx2.h"
+#include "convert/permute_table_avx512.h"
 
 namespace zor {
 namespace {
 
-// Byte numbers 0 to 63, from which the permutes make their patterns.
-ZOR_ALWAYS_INLINE __m512i Iota() {
-  const __m128i first =
-      _mm_setr_epi8(0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15);
-  const __m512i quarters = _mm512_broadcast_i32x4(first);
-  return _mm512_add_epi8(
-      quarters, _mm512_setr_epi32(0, 0, 0, 0, 0x10101010, 0x10101010, 0x10101010, 0x10101010,
-                                  0x20202020, 0x20202020, 0x20202020, 0x20202020, 0x30303030,
-                                  0x30303030, 0x30303030, 0x30303030));
-}
+/// The high bytes of the lanes of one register at even places, those of another at odd ones.
+struct JoinHighBytes {
+  static constexpr int Byte(int i) { return i % 2 == 0 ? i + 1 : 64 + i; }
+};
 
-struct Avx512 {
+/// The high bytes of two registers that hold the low and high halves of every quarter.
+struct PackHighBytes {
+  static constexpr int Byte(int i) {
+    const int within = i % 16;
+    return (within < 8 ? 0 : 64) + i / 16 * 16 + 2 * (within % 8) + 1;
+  }
+};
+
+struct Lanes64 {
   using V = __m512i;
   static constexpr std::size_t kBytes = 64;
-  static constexpr bool kMaskedTail = true;
 
   static ZOR_ALWAYS_INLINE V Load(const std::uint8_t* p) { return _mm512_loadu_si512(p); }
   static ZOR_ALWAYS_INLINE void Store(std::uint8_t* p, V v) { _mm512_storeu_si512(p, v); }
-  static ZOR_ALWAYS_INLINE __mmask64 First(std::size_t n) {  // 0 to 64 bytes
-    return n == 0 ? 0 : ~0ull >> (64 - n);
+  static ZOR_ALWAYS_INLINE V Evens(const std::uint8_t* p) {
+    return _mm512_inserti64x4(_mm512_castsi256_si512(_mm512_cvtepi16_epi8(Load(p))),
+                              _mm512_cvtepi16_epi8(Load(p + 64)), 1);
   }
-  static ZOR_ALWAYS_INLINE V LoadTail(const std::uint8_t* p, std::size_t n) {
-    return _mm512_maskz_loadu_epi8(First(n), p);
-  }
-  static ZOR_ALWAYS_INLINE void StoreTail(std::uint8_t* p, std::size_t n, V v) {
-    _mm512_mask_storeu_epi8(p, First(n), v);
+  static ZOR_ALWAYS_INLINE V Doubled(const std::uint8_t* p) {
+    return _mm512_cvtepu8_epi16(Lanes32::Load(p));
   }
   static ZOR_ALWAYS_INLINE V Set(std::uint32_t w) {
     return _mm512_set1_epi16(static_cast<short>(w));
   }
-  static ZOR_ALWAYS_INLINE V Lanes(V c, V d, V w) {
-    const V product = _mm512_mullo_epi16(_mm512_sub_epi16(d, c), w);
-    return _mm512_srli_epi16(_mm512_add_epi16(_mm512_slli_epi16(c, 8), product), 8);
+  static ZOR_ALWAYS_INLINE V Low(V v) { return _mm512_and_si512(v, Set(0x00FF)); }
+  static ZOR_ALWAYS_INLINE V High(V v) { return _mm512_srli_epi16(v, 8); }
+  static ZOR_ALWAYS_INLINE V Sub(V a, V b) { return _mm512_sub_epi16(a, b); }
+  static ZOR_ALWAYS_INLINE V Mul(V a, V b) { return _mm512_mullo_epi16(a, b); }
+  static ZOR_ALWAYS_INLINE V Join(V low, V high) {
+    return _mm512_permutex2var_epi8(low, TableOf<JoinHighBytes>(), high);
   }
-  static ZOR_ALWAYS_INLINE V Both(V c, V d, V wLow, V wHigh) {
-    const V zero = _mm512_setzero_si512();
-    const V low = Lanes(_mm512_unpacklo_epi8(c, zero), _mm512_unpacklo_epi8(d, zero), wLow);
-    const V high = Lanes(_mm512_unpackhi_epi8(c, zero), _mm512_unpackhi_epi8(d, zero), wHigh);
-    return _mm512_packus_epi16(low, high);
-  }
-  static ZOR_ALWAYS_INLINE V Blend(V c, V d, V w) {
-    const V zero = _mm512_setzero_si512();
-    return Both(c, d, _mm512_unpacklo_epi8(w, zero), _mm512_unpackhi_epi8(w, zero));
-  }
-  static ZOR_ALWAYS_INLINE V BlendWide(V c, V d, V w) { return Both(c, d, w, w); }
-  static ZOR_ALWAYS_INLINE V Evens(V first, V second) {
-    return _mm512_permutex2var_epi8(first, _mm512_add_epi8(Iota(), Iota()), second);
-  }
-  // Byte i takes sample i / 2: a 16-bit shift of the byte numbers, with the bits that cross
-  // between bytes masked off.
-  static ZOR_ALWAYS_INLINE V PairsLow(V m) {
-    const V half =
-        _mm512_and_si512(_mm512_srli_epi16(Iota(), 1), _mm512_set1_epi8(0x1F));
-    return _mm512_permutexvar_epi8(half, m);
-  }
-  static ZOR_ALWAYS_INLINE V PairsHigh(V m) {
-    const V half =
-        _mm512_and_si512(_mm512_srli_epi16(Iota(), 1), _mm512_set1_epi8(0x1F));
-    return _mm512_permutexvar_epi8(_mm512_add_epi8(half, _mm512_set1_epi8(32)), m);
+  static ZOR_ALWAYS_INLINE V AddBytes(V a, V b) { return _mm512_add_epi8(a, b); }
+};
+
+/// Weights but 128 fit signed bytes from one side: c + (w (d - c) >> 8) under 128, and above it
+/// d + (v (c - d) >> 8) with v = 256 - w.
+template <int kTimes, bool kFromTarget>
+struct ByPairs64 : ByConstant<kTimes> {
+  using Base = ByConstant<kTimes>;
+  template <class P>
+  ZOR_ALWAYS_INLINE typename P::V At(std::size_t i) const {
+    if constexpr (P::kBytes != Lanes64::kBytes) {
+      return Base::template At<P>(i);
+    } else {
+      const std::uint32_t k = kFromTarget ? 256 - this->weight : this->weight;
+      // The pair (c, d) by (-k, k), or by (k, -k).
+      const std::uint32_t pair = kFromTarget ? (0x100 - k) << 8 | k : k << 8 | (0x100 - k);
+      const __m512i weights = Lanes64::Set(pair);
+      const __m512i c = Lanes64::Load(this->child + i);
+      __m512i d = Lanes64::Load(this->target + i);
+      for (int time = 0; time < kTimes; ++time) {
+        const __m512i low = _mm512_maddubs_epi16(_mm512_unpacklo_epi8(c, d), weights);
+        const __m512i high = _mm512_maddubs_epi16(_mm512_unpackhi_epi8(c, d), weights);
+        d = _mm512_add_epi8(kFromTarget ? d : c, _mm512_permutex2var_epi8(
+                                                     low, TableOf<PackHighBytes>(), high));
+      }
+      return d;
+    }
   }
 };
 
+template <int kTimes>
+void Constant(std::uint8_t* target, const std::uint8_t* child, std::uint32_t weight,
+              std::size_t count) noexcept {
+  const ByConstant<kTimes> row{{target, child}, weight};
+  if (weight < 128) {
+    Walk<Lanes64, Lanes32, Lanes16, Lanes8>(ByPairs64<kTimes, false>{row}, count);
+  } else if (weight > 128 && weight < 256) {
+    Walk<Lanes64, Lanes32, Lanes16, Lanes8>(ByPairs64<kTimes, true>{row}, count);
+  } else {
+    Walk<Lanes64, Lanes32, Lanes16, Lanes8>(row, count);
+  }
+}
+
+using Rows = RowsOf<Lanes64, Lanes32, Lanes16, Lanes8>;
+
 }  // namespace
 
-const BlendRows kBlendRowsAvx512 = {MaskedRow<Avx512>, MaskedByEvensRow<Avx512>,
-                                    MaskedByPairsRow<Avx512>, ConstantRow<Avx512>};
+const BlendRows kBlendRowsAvx512 = {Rows::Masked, Rows::MaskedByEvens, Rows::MaskedByPairs,
+                                    Constant<1>, Constant<2>};
 
 }  // namespace zor

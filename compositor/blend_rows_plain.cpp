@@ -29,8 +29,14 @@ void Constant(std::uint8_t* target, const std::uint8_t* child, std::uint32_t wei
   for (std::size_t i = 0; i < count; ++i) target[i] = BlendSample(child[i], target[i], weight);
 }
 
+void ConstantTwice(std::uint8_t* target, const std::uint8_t* child, std::uint32_t weight,
+                   std::size_t count) noexcept {
+  Constant(target, child, weight, count);
+  Constant(target, child, weight, count);
+}
+
 }  // namespace
 
-const BlendRows kBlendRowsPlain = {Masked, MaskedByEvens, MaskedByPairs, Constant};
+const BlendRows kBlendRowsPlain = {Masked, MaskedByEvens, MaskedByPairs, Constant, ConstantTwice};
 
 }  // namespace zor

@@ -41,11 +41,12 @@ TEST_F(Blend, RowsOfEveryFormTakeTheRightMaskSamplesAndStayInTheirRow) {
   for (const Edge edge : {Edge::kStart, Edge::kEnd}) {
     for (std::size_t n = 0; n <= 200; ++n) {
       const Bytes t = noise.Bytes(2 * n), c = noise.Bytes(2 * n), m = noise.Bytes(2 * n);
-      Bytes masked = t, evens = t, pairs = t, constant = t;
+      Bytes masked = t, evens = t, pairs = t, constant = t, twice = t;
       for (std::size_t i = 0; i < n; ++i) {
         masked[i] = static_cast<std::uint8_t>(Mix(c[i], t[i], m[i]));
         evens[i] = static_cast<std::uint8_t>(Mix(c[i], t[i], m[2 * i]));
         constant[i] = static_cast<std::uint8_t>(Mix(c[i], t[i], 77));
+        twice[i] = static_cast<std::uint8_t>(Mix(c[i], constant[i], 77));
       }
       for (std::size_t i = 0; i < 2 * n; ++i) {
         pairs[i] = static_cast<std::uint8_t>(Mix(c[i], t[i], m[i / 2]));
@@ -75,6 +76,8 @@ TEST_F(Blend, RowsOfEveryFormTakeTheRightMaskSamplesAndStayInTheirRow) {
                 [&](auto* a, auto* b, auto* w) { rows->maskedByPairs(a, b, w, n); });
           check(constant, n, 0,
                 [&](auto* a, auto* b, auto*) { rows->constant(a, b, 77, n); });
+          check(twice, n, 0,
+                [&](auto* a, auto* b, auto*) { rows->constantTwice(a, b, 77, n); });
         }
       }
     }
