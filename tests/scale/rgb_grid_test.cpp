@@ -92,10 +92,9 @@ TEST_P(RgbRoute, PicturesBeyondTheCaches) {
     RgbRectangle source(width / 3, 7, pair.from, {}, GuardedMemory::Edge::kEnd, 21);
     RgbRectangle target(width, height, pair.to, {1, 0, 0, 1, turnedOver ? 2 : 0},
                         GuardedMemory::Edge::kStart, 22);
-    for (const ScaleMode mode : {SCALE_NEAREST, SCALE_BILINEAR_FADE}) {
-      ExpectStated(target, source, WholeAxes(target, source), mode, turnedOver, 0x40302010);
-      if (HasFatalFailure()) return;
-    }
+    const ScaleMode mode = turnedOver == (pair.to == 4) ? SCALE_NEAREST : SCALE_BILINEAR_FADE;
+    ExpectStated(target, source, WholeAxes(target, source), mode, turnedOver, 0x40302010);
+    if (HasFatalFailure()) return;
   }
 }
 
