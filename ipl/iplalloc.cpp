@@ -12,6 +12,7 @@ namespace zor {
 namespace {
 
 constexpr std::int32_t kHeaderSize = 112;
+static_assert(sizeof(void*) != 4 || sizeof(IplImage) == kHeaderSize, "28 words of 32 bits");
 constexpr std::size_t kAlignment = 32;
 constexpr std::size_t kSlack = kAlignment - 1 + sizeof(void*);
 

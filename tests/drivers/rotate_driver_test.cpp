@@ -10,6 +10,7 @@
 #include "ipl/warp_reference.h"
 #include "platform/memory.h"
 #include "platform/pixel_block.h"
+#include "surface/rotate_planes.h"
 
 namespace zor::test {
 namespace {
@@ -89,6 +90,21 @@ TEST_F(Rotate, By0And360KeepsTheBlock) {
     EXPECT_EQ(surface->RotateNow(degrees), VED_OK);
     EXPECT_EQ(PixelsOf(surface), before);
   }
+}
+
+TEST_F(Rotate, RoutinesOfOnePictureGive0ForANullPointerAndOtherwise1) {
+  Bytes source(16 * 12 * 4, 7), target(16 * 12 * 4, 9);
+  const Bytes before = target;
+  EXPECT_EQ(RotatePlaneRgb(nullptr, 12, 16, 48, 32, source.data(), 16, 12, 64, 32, 90), 0u);
+  EXPECT_EQ(RotatePlaneRgb(target.data(), 12, 16, 48, 32, nullptr, 16, 12, 64, 32, 90), 0u);
+  EXPECT_EQ(RotatePlanesYuv420(nullptr, 12, 16, 12, source.data(), 16, 12, 16, 90), 0u);
+  EXPECT_EQ(RotatePlanesYuv420(target.data(), 12, 16, 12, nullptr, 16, 12, 16, 90), 0u);
+  EXPECT_EQ(target, before);
+  EXPECT_EQ(RotatePlaneRgb(target.data(), 12, 16, 48, 32, source.data(), 16, 12, 64, 32, 90), 1u);
+  EXPECT_NE(target, before);
+  target = before;
+  EXPECT_EQ(RotatePlanesYuv420(target.data(), 12, 16, 12, source.data(), 16, 12, 16, 90), 1u);
+  EXPECT_NE(target, before);
 }
 
 TEST_F(Rotate, WithoutPixelsIsInvalidAlsoBy0) {
@@ -238,10 +254,10 @@ TEST_F(Rotate, PlanarPicturesFollowTheDefinitionOverBlackAtEveryAngle) {
     TurnPlane({source.data(), 24, 18, 24, 1}, {expected.data(), n.width, n.height, n.width, 1},
               -degrees, move.x, move.y);
     for (const int plane : {0, 1}) {
-      TurnPlane({source.data() + 432 + plane * 108, 12, 9, 12, 1},
-                {expected.data() + luma + plane * (luma / 4), n.width / 2, n.height / 2,
-                 n.width / 2, 1},
-                -degrees, half.x, half.y);
+      TurnPlane(
+          {source.data() + 432 + plane * 108, 12, 9, 12, 1},
+          {expected.data() + luma + plane * (luma / 4), n.width / 2, n.height / 2, n.width / 2, 1},
+          -degrees, half.x, half.y);
     }
     ASSERT_EQ(BlockOf(surface.get(), expected.size()), expected) << degrees;
   }
