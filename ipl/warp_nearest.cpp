@@ -110,14 +110,14 @@ bool MoveWhole(const WarpRows& w, WarpSteps s) {
   return true;
 }
 
-/// Tiles pay where a row of the target would run down the columns of a source that is larger than
-/// the caches; elsewhere whole rows are faster.
+/// Tiles pay where a row of the target runs down more rows than columns of a source that is larger
+/// than the caches; elsewhere whole rows are faster.
 constexpr std::int64_t kTiledBytes = std::int64_t{16} << 20;
 constexpr std::int32_t kTileRows = 64;
 constexpr std::int32_t kTileColumns = 128;
 
 bool WantsTiles(const WarpRows& w) {
-  const bool steep = std::fabs(w.a[3]) > 2 * std::fabs(w.a[0]);
+  const bool steep = std::fabs(w.a[3]) > std::fabs(w.a[0]);
   return steep && std::int64_t{w.sourceStep} * (w.lastSourceRow + 1) > kTiledBytes;
 }
 
