@@ -23,6 +23,7 @@ void AddInfoCommand(CLI::App& app, Action& action);
 void AddConvertCommand(CLI::App& app, Action& action);
 void AddResizeCommand(CLI::App& app, Action& action);
 void AddRotateCommand(CLI::App& app, Action& action);
+void AddComposeCommand(CLI::App& app, Action& action);
 void AddSheetCommand(CLI::App& app, Action& action);
 
 }  // namespace zorhost

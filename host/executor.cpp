@@ -27,6 +27,7 @@ std::string Name(const Plan& plan, std::size_t index) {
   if (operation.kind == Operation::Kind::kRotate) {
     return std::string("turning ") + Traits(from.layout).name;
   }
+  if (operation.kind == Operation::Kind::kDraw) return "composition";
   return std::string("scaling ") + Traits(from.layout).name + " to " +
          std::to_string(operation.width) + "x" + std::to_string(operation.height);
 }
@@ -74,14 +75,21 @@ std::size_t SpareBytes(const Plan& plan, int pitch) {
 
 }  // namespace
 
-void Executor::Run(const Picture& frame, Way way, Picture& out) {
-  MakeRoom(out);
+Ref<IZorSurface> Executor::Make(const Picture& frame, Way way, std::int64_t number) {
   const Picture& ready = plan_.Prepare(frame, scratch_);
   Clock::time_point start = Clock::now();
   Ref<IZorSurface> surface = library_.HandIn(ready);
   timing_.handIn += Since(start);
   start = Clock::now();
-  for (std::size_t i = 0; i < plan_.operations().size(); ++i) Perform(surface, i, way);
+  for (std::size_t i = 0; i < plan_.operations().size(); ++i) Perform(surface, i, way, number);
+  timing_.process += Since(start);
+  return surface;
+}
+
+void Executor::Run(const Picture& frame, Way way, Picture& out, std::int64_t number) {
+  MakeRoom(out);
+  const Ref<IZorSurface> surface = Make(frame, way, number);
+  const Clock::time_point start = Clock::now();
   if (plan_.result().layout == Layout::kGray8) {
     ReadGray(*surface.get(), out);
   } else if (way == Way::kExport) {
@@ -103,7 +111,7 @@ void Executor::MakeRoom(Picture& out) const {
   out.hasAlpha = plan_.keepsAlpha();
 }
 
-void Executor::Perform(Ref<IZorSurface>& surface, std::size_t index, Way way) {
+void Executor::Perform(Ref<IZorSurface>& surface, std::size_t index, Way way, std::int64_t number) {
   const Operation& operation = plan_.operations()[index];
   const std::string name = Name(plan_, index);
   switch (operation.kind) {
@@ -117,6 +125,10 @@ void Executor::Perform(Ref<IZorSurface>& surface, std::size_t index, Way way) {
       break;
     case Operation::Kind::kRotate:
       Check(surface->Rotate(operation.degrees), name);
+      break;
+    case Operation::Kind::kDraw:
+      // Eager runs draw on a clone, so that the two ways prove each other.
+      operation.drawing->Draw(library_, surface, number, way != Way::kEager);
       break;
     case Operation::Kind::kCover: {
       const PictureShape& from = plan_.before(index);

@@ -27,12 +27,15 @@ class Executor {
   Executor(const Library& library, const Plan& plan) : library_(library), plan_(plan) {}
 
   /// Writes the plan's result for a frame into @p out, whose memory is kept from frame to frame.
+  /// @param number of the frame in its source.
   /// @throws HostError with `ExitCode::kLibrary`.
-  void Run(const Picture& frame, Way way, Picture& out);
+  void Run(const Picture& frame, Way way, Picture& out, std::int64_t number = 0);
+  /// The surface that a frame becomes; what is queued for it runs with the next call.
+  Ref<IZorSurface> Make(const Picture& frame, Way way, std::int64_t number = 0);
   const Timing& timing() const { return timing_; }
 
  private:
-  void Perform(Ref<IZorSurface>& surface, std::size_t index, Way way);
+  void Perform(Ref<IZorSurface>& surface, std::size_t index, Way way, std::int64_t number);
   void MakeRoom(Picture& out) const;
   void ReadOut(IZorSurface& surface, Way way, Picture& out) const;
   void ReadGray(IZorSurface& surface, Picture& out) const;

@@ -7,6 +7,9 @@
 #include "raw.h"
 #include "text.h"
 #include "y4m.h"
+#ifdef ZORHOST_FFMPEG
+#include "ffmpeg_sink.h"
+#endif
 
 namespace zorhost {
 namespace {
@@ -16,8 +19,11 @@ struct Ending {
   SinkKind kind;
 };
 constexpr Ending kEndings[] = {
-    {".y4m", SinkKind::kY4m}, {".png", SinkKind::kPng}, {".bmp", SinkKind::kBmp},
-    {".ppm", SinkKind::kPpm}, {".pgm", SinkKind::kPpm}, {".raw", SinkKind::kRaw},
+    {".y4m", SinkKind::kY4m},   {".png", SinkKind::kPng},   {".bmp", SinkKind::kBmp},
+    {".ppm", SinkKind::kPpm},   {".pgm", SinkKind::kPpm},   {".raw", SinkKind::kRaw},
+#ifdef ZORHOST_FFMPEG
+    {".mp4", SinkKind::kVideo}, {".mkv", SinkKind::kVideo}, {".webm", SinkKind::kVideo},
+#endif
 };
 
 /// Takes every frame and keeps none, for runs that only hash or compare.
@@ -38,11 +44,17 @@ SinkKind SinkKindOf(const std::string& path) {
   }
   throw UsageError(path +
                    ": the ending decides the kind of output; known: .y4m, .png, .bmp, "
-                   ".ppm, .pgm, .raw, and - for Y4M on standard output");
+                   ".ppm, .pgm, .raw, "
+#ifdef ZORHOST_FFMPEG
+                   ".mp4, .mkv, .webm, "
+#endif
+                   "and - for Y4M on standard output");
 }
 
 bool SinkTakes(SinkKind kind, Layout layout) {
   switch (kind) {
+    case SinkKind::kVideo:
+      return Traits(layout).planar;
     case SinkKind::kY4m:
       return Traits(layout).planar || layout == Layout::kGray8;
     case SinkKind::kPng:
@@ -55,6 +67,7 @@ bool SinkTakes(SinkKind kind, Layout layout) {
 }
 
 std::string SinkLayouts(SinkKind kind) {
+  if (kind == SinkKind::kVideo) return "yuv420 or yvu420";
   return kind == SinkKind::kY4m ? "yuv420, yvu420 or gray" : "rgb24, rgb32 or gray";
 }
 
@@ -64,6 +77,10 @@ std::unique_ptr<FrameSink> MakeSink(const std::string& path) {
       return MakeY4mSink(path);
     case SinkKind::kRaw:
       return MakeRawSink(path);
+#ifdef ZORHOST_FFMPEG
+    case SinkKind::kVideo:
+      return MakeFfmpegSink(path);
+#endif
     case SinkKind::kNone:
       return std::make_unique<NoSink>();
     default:

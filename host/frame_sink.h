@@ -23,9 +23,10 @@ class FrameSink {
 };
 
 /// How the end of a path decides.
-enum class SinkKind { kY4m, kPng, kBmp, kPpm, kRaw, kNone };
+enum class SinkKind { kY4m, kPng, kBmp, kPpm, kRaw, kVideo, kNone };
 
-/// "-" and .y4m, .png, .bmp, .ppm (also .pgm), .raw; an empty path means none.
+/// "-" and .y4m, .png, .bmp, .ppm (also .pgm), .raw, with FFmpeg .mp4, .mkv and .webm; an empty
+/// path means none.
 /// @throws UsageError for any other ending.
 SinkKind SinkKindOf(const std::string& path);
 /// Whether a file of this kind can hold the layout.

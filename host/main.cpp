@@ -20,6 +20,7 @@ constexpr AddCommand kCommands[] = {
     zorhost::AddConvertCommand,
     zorhost::AddResizeCommand,
     zorhost::AddRotateCommand,
+    zorhost::AddComposeCommand,
     zorhost::AddSheetCommand,
 };
 

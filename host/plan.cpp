@@ -152,10 +152,16 @@ void Plan::Rotate(int degrees) {
   Push(operation, shape);
 }
 
+void Plan::Draw(std::shared_ptr<Drawing> drawing) {
+  Operation operation{Operation::Kind::kDraw};
+  operation.drawing = std::move(drawing);
+  Push(operation, result());
+}
+
 bool Plan::EndsAtOnce() const {
   if (operations_.empty()) return false;
   const Operation::Kind last = operations_.back().kind;
-  return last == Operation::Kind::kCover || last == Operation::Kind::kRotate;
+  return last != Operation::Kind::kResize && last != Operation::Kind::kConvert;
 }
 
 void Plan::ReadAs(bool bottomUp, int pitch) {
@@ -246,6 +252,8 @@ std::string Plan::Text() const {
     text += " -> ";
     if (operation.kind == Operation::Kind::kConvert) {
       text += Traits(shapes_[i + 1].layout).name;
+    } else if (operation.kind == Operation::Kind::kDraw) {
+      text += "composed";
     } else {
       if (operation.kind == Operation::Kind::kRotate) text += "turned to ";
       text += SizeText(operation.width, operation.height);

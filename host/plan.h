@@ -6,18 +6,35 @@
 /// What a run asks of the library for every frame, worked out once before the first one.
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "picture.h"
 #include "stream_info.h"
 
+struct IZorSurface;
+
 namespace zorhost {
 
+class Library;
+template <class Interface>
+class Ref;
+
+/// What draws on a surface in the middle of a plan.
+class Drawing {
+ public:
+  virtual ~Drawing() = default;
+  /// @param frame the source's frame number.
+  /// @param inPlace whether to draw on the surface itself or on a clone that takes its place.
+  virtual void Draw(const Library& library, Ref<IZorSurface>& surface, std::int64_t frame,
+                    bool inPlace) = 0;
+};
+
 /// One request. A cover draws the middle of the picture into a fresh surface at once, and a
-/// rotation is done at once too; the other two are queued.
+/// rotation and a drawing are done at once too; the other two are queued.
 struct Operation {
-  enum class Kind { kResize, kConvert, kCover, kRotate };
+  enum class Kind { kResize, kConvert, kCover, kRotate, kDraw };
   Kind kind;
   int width = 0;
   int height = 0;
@@ -25,6 +42,7 @@ struct Operation {
   std::uint32_t mode = 0;
   std::int32_t format = 0;
   int degrees = 0;
+  std::shared_ptr<Drawing> drawing = nullptr;
 };
 
 /// A surface's shape between two operations.
@@ -51,6 +69,8 @@ class Plan {
   void Cover(int width, int height, std::uint32_t mode);
   /// @param degrees clockwise, any whole number. A packed 4:2:2 picture is turned as planar.
   void Rotate(int degrees);
+  /// Lets @p drawing draw on the picture as it stands here.
+  void Draw(std::shared_ptr<Drawing> drawing);
   /// Turns the picture upside down before anything else, as in a mirror that lies below it.
   void FlipFirst() { flipped_ = true; }
 

@@ -93,7 +93,7 @@ class Run {
                       "doesn't show that");
     }
     TellOrientation(notes);
-    if (kind_ != SinkKind::kY4m && source_->info().variableRate) {
+    if (kind_ != SinkKind::kY4m && kind_ != SinkKind::kVideo && source_->info().variableRate) {
       notes.push_back("variable frame rate: every coded frame is kept, none is doubled or dropped");
     }
     if (!options_.quiet) {
@@ -161,14 +161,14 @@ class Run {
     for (std::int64_t index = 0; !Interrupted() && source_->Read(in); ++index) {
       if (range_.last >= 0 && index > range_.last) break;
       if (index < range_.first || (index - range_.first) % options_.every != 0) continue;
-      executor.Run(in.picture, way_, out.picture);
+      executor.Run(in.picture, way_, out.picture, index);
       timing_ = executor.timing();
       out.time = in.time;
       out.timeBase = in.timeBase;
       const bool hashed = hashes.wanted() || options_.verify;
       const std::uint64_t hash = hashed ? HashPicture(out.picture) : 0;
       if (options_.verify) {
-        other.Run(in.picture, otherWay_, check);
+        other.Run(in.picture, otherWay_, check, index);
         Compare(index, hash, HashPicture(check));
       }
       hashes.Add(index, out.picture, hash);

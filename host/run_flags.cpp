@@ -19,10 +19,18 @@ void AddRunFlags(CLI::App& command, RunOptions& options) {
                   )
       ->required()
       ->type_name("IN");
+  AddResultFlags(command, options);
+}
+
+void AddResultFlags(CLI::App& command, RunOptions& options) {
   command
       .add_option("-o,--output", options.output,
                   "Result; the ending decides: .y4m .png .bmp .ppm .pgm .raw out%04d.png, - for "
-                  "Y4M on standard output")
+                  "Y4M on standard output"
+#ifdef ZORHOST_FFMPEG
+                  ", .mp4 .mkv .webm compressed"
+#endif
+                  )
       ->type_name("OUT");
   command.add_option("--raw", options.raw, "Shape of raw input, such as 640x480:yvu420")
       ->type_name("WxH:FORMAT");
@@ -54,7 +62,8 @@ Layout ResultLayout(const std::string& named, const std::string& output, Layout 
   // What a decoder calls Y, U, V is a plain yuv420 surface once it is handed in.
   const Layout stored = source == Layout::kYvu420 ? Layout::kYuv420 : source;
   if (SinkTakes(kind, stored)) return stored;
-  return kind == SinkKind::kY4m ? Layout::kYuv420 : Layout::kRgb24;
+  const bool video = kind == SinkKind::kY4m || kind == SinkKind::kVideo;
+  return video ? Layout::kYuv420 : Layout::kRgb24;
 }
 
 }  // namespace zorhost

@@ -16,6 +16,9 @@ namespace zorhost {
 /// Adds IN, -o, --frames, --hash and their like to a subcommand. @p options must live as long.
 void AddRunFlags(CLI::App& command, RunOptions& options);
 
+/// The same without IN, for a subcommand that names its input in another way.
+void AddResultFlags(CLI::App& command, RunOptions& options);
+
 /// The layout of the result: the one named, or what suits the output and the source.
 Layout ResultLayout(const std::string& named, const std::string& output, Layout source);
 

@@ -15,7 +15,8 @@ if(TARGET zorhost)
   zor_add_host_test(host_parts_test
     ${host_tests}/bmp_test.cpp ${host_tests}/matrix_test.cpp ${host_tests}/options_test.cpp
     ${host_tests}/picture_test.cpp
-    ${host_tests}/plan_test.cpp ${host_tests}/still_test.cpp ${host_tests}/y4m_test.cpp)
-  zor_add_host_test(host_run_test ${host_tests}/rotate_test.cpp ${host_tests}/run_test.cpp)
+    ${host_tests}/plan_test.cpp ${host_tests}/scene_test.cpp ${host_tests}/still_test.cpp ${host_tests}/y4m_test.cpp)
+  zor_add_host_test(host_run_test
+    ${host_tests}/compose_test.cpp ${host_tests}/rotate_test.cpp ${host_tests}/run_test.cpp)
   add_dependencies(host_run_test zorhost)
 endif()
