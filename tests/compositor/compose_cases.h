@@ -5,6 +5,8 @@
 /// @file
 /// Surfaces to compose, and the walk's blends worked out on copies of their blocks.
 
+#include <gtest/gtest.h>
+
 #include <cstring>
 
 #include "blend_reference.h"
@@ -73,8 +75,7 @@ inline Geometry PlanesOf(const HeldSurface& surface) {
 
 /// The blend of a planar child without a mask, in either form.
 inline void BlendKeyed(Bytes* target, Geometry geometry, const HeldSurface& child, const RECT& dest,
-                       const RECT& source, int opacity, bool sse2,
-                       Key key = {-1, -1, -1}) {
+                       const RECT& source, int opacity, bool sse2, Key key = {-1, -1, -1}) {
   ReferenceKeyed(*target, WholeBlock(child), geometry, PlanesOf(child), dest, source, opacity, key,
                  sse2);
 }
@@ -98,5 +99,19 @@ inline HeldSurface Stretched(const HeldSurface& surface, const RECT& source, std
   scratch->StretchFromSurface(nullptr, surface.get(), &part, 0);
   return scratch;
 }
+
+inline constexpr RECT kAll16 = {0, 0, 16, 16};
+
+/// Each test runs with the word that chooses the SSE2 forms and with the one of the plain forms.
+class Compose : public testing::TestWithParam<bool> {
+ protected:
+  bool Sse2() const { return GetParam(); }
+
+ private:
+  WithFeatures features_{GetParam() ? kWords[0] : kWords[2]};
+};
+
+/// Its tests about places and sizes.
+class ComposeRectangles : public Compose {};
 
 }  // namespace zor::test
