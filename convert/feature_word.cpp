@@ -8,6 +8,7 @@
 #include <atomic>
 
 #include "convert/colour_tables.h"
+#include "convert/table/kernel_table.h"
 
 namespace zor {
 namespace {
@@ -76,6 +77,7 @@ std::uint32_t InitPixelConversion() noexcept {
   if (PixelConversionGuard != 0) return PixelConversionGuard;
   PixelConversionGuard = DetectCpuFeatures();
   FillColourTables();
+  WriteKernelForms(ConversionKernelTable, PixelConversionGuard);
   return PixelConversionGuard;
 }
 

@@ -18,7 +18,7 @@ inline constexpr std::uint32_t kFeatureSse2 = 1u << 26;
 /// it to run other forms.
 extern std::uint32_t CpuFeatureWord;
 
-/// Fills the colour tables and @return the capability word; a second call returns the first word.
+/// Fills the colour tables, writes the kernel table's forms, and @return the capability word; a second call returns the first word.
 std::uint32_t InitPixelConversion() noexcept;
 
 /// The first result of the initialiser. A word of 0, from a processor that tells nothing, guards

@@ -20,6 +20,10 @@ list(APPEND ZOR_CORE_SOURCES
   convert/rgb_to_yuy2_plain.cpp
   convert/rgb_to_yuy2_sse2.cpp
   convert/rgb_yuy2.cpp
+  convert/table/entries_mmx.cpp
+  convert/table/entries_plain.cpp
+  convert/table/entries_sse2.cpp
+  convert/table/kernel_table.cpp
   convert/yuv420_to_rgb.cpp
   convert/yuv420_to_rgb_avx2.cpp
   convert/yuv420_to_rgb_avx512.cpp

@@ -2,46 +2,15 @@
 // Copyright (c) 2026, The ZorSurface authors
 
 #include "convert/column_blocks.h"
-#include "convert/rgb_lanes_sse2.h"
 #include "convert/row_filter_sse2.h"
 #include "convert/rows_by_level.h"
 #include "convert/streaming.h"
 #include "convert/yuv420_to_rgb.h"
 #include "convert/yuv420_to_rgb_rows.h"
-#include "convert/yuv_colour_sse2.h"
+#include "convert/yuv_pixels_sse2.h"
 
 namespace zor {
 namespace {
-
-/// Chroma of sixteen columns: the terms of eight pairs, each for both pixels of its pair.
-struct ChromaOfSixteen {
-  ColourWords low;
-  ColourWords high;
-
-  /// @param u, v eight samples in the low half
-  ZOR_ALWAYS_INLINE ChromaOfSixteen(__m128i u, __m128i v) {
-    const __m128i zero = _mm_setzero_si128();
-    const __m128i offset = _mm_set1_epi16(128);
-    const ColourWords terms = ChromaTerms(_mm_sub_epi16(_mm_unpacklo_epi8(u, zero), offset),
-                                          _mm_sub_epi16(_mm_unpacklo_epi8(v, zero), offset));
-    low = {_mm_unpacklo_epi16(terms.blue, terms.blue), _mm_unpacklo_epi16(terms.green, terms.green),
-           _mm_unpacklo_epi16(terms.red, terms.red)};
-    high = {_mm_unpackhi_epi16(terms.blue, terms.blue),
-            _mm_unpackhi_epi16(terms.green, terms.green),
-            _mm_unpackhi_epi16(terms.red, terms.red)};
-  }
-};
-
-template <class Pixel>
-ZOR_ALWAYS_INLINE void StoreColours(std::uint8_t* target, __m128i luma,
-                                    const ChromaOfSixteen& chroma) {
-  const __m128i zero = _mm_setzero_si128();
-  const ColourWords low = ColourOf(_mm_unpacklo_epi8(luma, zero), chroma.low);
-  const ColourWords high = ColourOf(_mm_unpackhi_epi8(luma, zero), chroma.high);
-  StoreSixteenPixels<Pixel>(target, _mm_packus_epi16(low.blue, high.blue),
-                            _mm_packus_epi16(low.green, high.green),
-                            _mm_packus_epi16(low.red, high.red));
-}
 
 /// Sixteen columns of both rows, with the filter.
 struct FilteredBlock {
@@ -114,7 +83,7 @@ void ConvertYuv420ToRgb32Sse2(std::uint8_t* target, std::int32_t targetStride,
                               std::int32_t chromaStride, std::int32_t width,
                               std::int32_t height) noexcept {
   const FromPlanes picture = {target,     targetStride, luma,  u,     v,
-                                      lumaStride, chromaStride, width, height};
+                              lumaStride, chromaStride, width, height};
   const VectorLevel widest = InnerVectorLevel();
   const bool stream = WritesPastCaches<Rgb32>(picture);
   WalkYuv420ToRgb<Rgb32>(picture, [&](const Yuv420ToRgbPair& rows, std::int32_t columns) {
@@ -132,7 +101,7 @@ void ConvertYuv420ToRgb24Sse2(std::uint8_t* target, std::int32_t targetStride,
                               std::int32_t chromaStride, std::int32_t width,
                               std::int32_t height) noexcept {
   const FromPlanes picture = {target,     targetStride, luma,  u,     v,
-                                      lumaStride, chromaStride, width, height};
+                              lumaStride, chromaStride, width, height};
   const WalkedRows<std::uint8_t> walked(target, targetStride, height);
   const VectorLevel widest = InnerVectorLevel();
   const bool stream = WritesPastCaches<Rgb24>(picture);

@@ -8,3 +8,5 @@ zor_add_test(convert_family_wrappers_test ${CMAKE_CURRENT_LIST_DIR}/family_wrapp
 zor_add_test(convert_streamed_test ${CMAKE_CURRENT_LIST_DIR}/streamed_test.cpp)
 zor_add_test(convert_yuv420_to_rgb_test ${CMAKE_CURRENT_LIST_DIR}/yuv420_to_rgb_test.cpp)
 zor_add_test(convert_feature_word_test ${CMAKE_CURRENT_LIST_DIR}/feature_word_test.cpp)
+zor_add_test(convert_kernel_table_test ${CMAKE_CURRENT_LIST_DIR}/kernel_table_test.cpp)
+zor_add_test(convert_kernel_passes_test ${CMAKE_CURRENT_LIST_DIR}/kernel_passes_test.cpp)
