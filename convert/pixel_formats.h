@@ -17,9 +17,11 @@ struct Rgb24 {
   static constexpr std::int32_t kBytes = 3;
 
   static ZOR_ALWAYS_INLINE void Get(const std::uint8_t* pixel, std::uint8_t* bgr) noexcept {
+#pragma GCC unroll 3
     for (int i = 0; i < 3; ++i) bgr[i] = pixel[i];
   }
   static ZOR_ALWAYS_INLINE void Put(std::uint8_t* pixel, const std::uint8_t* bgr) noexcept {
+#pragma GCC unroll 3
     for (int i = 0; i < 3; ++i) pixel[i] = bgr[i];
   }
 };

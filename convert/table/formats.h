@@ -86,12 +86,14 @@ struct RgbSource {
     Pixel::Get(rows.above + i, above);
     Pixel::Get(rows.centre + i, centre);
     Pixel::Get(rows.below + i, below);
+#pragma GCC unroll 3
     for (int k = 0; k < 3; ++k) bgr[k] = RoundingFilter::Smooth(above[k], centre[k], below[k]);
   }
   /// By the plain form of RGB to YUY2: chroma of both pixels.
   template <class Row>
   static ZOR_ALWAYS_INLINE YuvPair ReadPair(const Row& row, std::int32_t x) noexcept {
     std::uint8_t bgr[2][3];
+#pragma GCC unroll 2
     for (int i = 0; i < 2; ++i) ReadPixel(row, x + i, bgr[i]);
     std::uint8_t yuy2[4];
     RgbToYuy2Pair(yuy2, bgr[0], bgr[1]);
@@ -102,7 +104,9 @@ struct RgbSource {
   static ZOR_ALWAYS_INLINE YuvGroup ReadGroup(const Row (&rows)[2], std::int32_t x) noexcept {
     YuvGroup group;
     RgbSum sum;
+#pragma GCC unroll 2
     for (int row = 0; row < 2; ++row) {
+#pragma GCC unroll 2
       for (int column = 0; column < 2; ++column) {
         std::uint8_t bgr[3];
         ReadPixel(rows[row], x + column, bgr);
@@ -125,6 +129,7 @@ struct RgbTarget {
 
   ZOR_ALWAYS_INLINE void StorePair(std::uint8_t* target, const YuvPair& pair) const noexcept {
     const TableChroma chroma(pair.u, pair.v);
+#pragma GCC unroll 2
     for (int i = 0; i < 2; ++i) {
       std::uint8_t bgr[3];
       chroma.Store<Rgb24>(bgr, pair.y[i]);
@@ -156,6 +161,7 @@ ZOR_ALWAYS_INLINE void StorePair(const Target& to, std::uint8_t* target,
                                  const YuvPair& pair) noexcept {
   to.StorePair(target, pair);
   if constexpr (requires { to.FourthByte(pair.y[0]); }) {
+#pragma GCC unroll 2
     for (int i = 0; i < 2; ++i) target[4 * i + 3] = to.FourthByte(pair.y[i]);
   }
 }

@@ -120,7 +120,9 @@ void ConvertToPlanes(std::uint8_t* luma, std::uint8_t* u, std::uint8_t* v, std::
     for (std::int32_t x = Form::template Groups<Source>(to, pair.u, pair.v, rows, pair.columns);
          x < pair.columns; x += 2) {
       const YuvGroup group = Source::ReadGroup(rows, x);
+#pragma GCC unroll 2
       for (int row = 0; row < 2; ++row) {
+#pragma GCC unroll 2
         for (int column = 0; column < 2; ++column) to[row][x + column] = group.y[row][column];
       }
       pair.u[x / 2] = group.u;

@@ -13,6 +13,7 @@
 
 #include "convert/feature_word.h"
 #include "route.h"
+#include "timing.h"
 
 namespace zorkernels {
 namespace {
@@ -51,6 +52,25 @@ int List(const Options& options) {
     const zor::KernelLayouts layouts = zor::LayoutsOfRow(row);
     std::printf("%3zu  %-14s%-16s%-18s%s\n", row, NameOf(layouts.source), NameOf(layouts.target),
                 FormOf(table, row, false), FormOf(table, row, true));
+  }
+  return 0;
+}
+
+/// One line a row: milliseconds of each entry in its plain form and in the chosen one.
+int Time(const Options& options) {
+  const zor::KernelRows table = TableFor(options.form);
+  std::printf("%3s  %-14s%-16s%24s%24s\n", "row", "source", "destination", "straight: plain, here",
+              "smoothed: plain, here");
+  for (std::size_t row = 0; row < zor::kKernelRows; ++row) {
+    const zor::KernelLayouts layouts = zor::LayoutsOfRow(row);
+    std::printf("%3zu  %-14s%-16s", row, NameOf(layouts.source), NameOf(layouts.target));
+    for (const bool smoothed : {false, true}) {
+      if (FormOf(table, row, smoothed) == std::string("-")) continue;
+      std::printf("%15.3f %8.3f",
+                  TimeEntry(zor::kPlainKernelRows, row, smoothed, options.width, options.height),
+                  TimeEntry(table, row, smoothed, options.width, options.height));
+    }
+    std::printf("\n");
   }
   return 0;
 }
@@ -116,6 +136,18 @@ int Main(int argc, char** argv) {
 
   CLI::App* layouts = app.add_subcommand("layouts", "Show the layouts and their bytes in a file");
   layouts->callback([&] { action = Layouts; });
+
+  CLI::App* time = app.add_subcommand("time", "Show how many milliseconds each entry takes");
+  options.width = 1920;
+  options.height = 1080;
+  time->add_option("--width", options.width, "Pixels of a row")
+      ->check(CLI::Range(1, 32768))
+      ->capture_default_str();
+  time->add_option("--height", options.height, "Rows")
+      ->check(CLI::Range(1, 32768))
+      ->capture_default_str();
+  addForm(time);
+  time->callback([&] { action = [&] { return Time(options); }; });
 
   CLI::App* convert = app.add_subcommand("convert", "Convert a raw picture");
   convert->add_option("input", options.input, "A file of one picture")->required();

@@ -113,14 +113,19 @@ std::vector<std::size_t> FindRoute(Layout source, Layout target) {
   throw Refusal(std::string("no rows lead from ") + NameOf(source) + " to " + NameOf(target));
 }
 
+void RunEntry(const zor::KernelRows& table, std::size_t row, const Conversion& conversion,
+              RawPicture& source, RawPicture& target) {
+  std::visit(Call{target, source, conversion},
+             conversion.smoothed ? table[row].smoothed : table[row].straight);
+}
+
 RawPicture ConvertBy(const zor::KernelRows& table, const std::vector<std::size_t>& route,
                      RawPicture source, Layout target, const Conversion& conversion) {
   for (std::size_t step = 0; step < route.size(); ++step) {
     const std::size_t row = route[step];
     const bool last = step + 1 == route.size();
     RawPicture to(last ? target : zor::LayoutsOfRow(row).target, source.width(), source.height());
-    const bool smoothed = conversion.smoothed && step == 0;
-    std::visit(Call{to, source, conversion}, smoothed ? table[row].smoothed : table[row].straight);
+    RunEntry(table, row, {conversion.smoothed && step == 0, conversion.threshold}, source, to);
     source = std::move(to);
   }
   return source;

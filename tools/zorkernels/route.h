@@ -24,6 +24,11 @@ struct Conversion {
   std::int32_t threshold = 127;  ///< of rgb32-keyed
 };
 
+/// Runs one entry between pictures of the same size, in layouts that go by its row's.
+/// @throws Refusal if the entry is empty
+void RunEntry(const zor::KernelRows& table, std::size_t row, const Conversion& conversion,
+              RawPicture& source, RawPicture& target);
+
 /// Converts a picture by the rows of a route.
 RawPicture ConvertBy(const zor::KernelRows& table, const std::vector<std::size_t>& route,
                      RawPicture source, Layout target, const Conversion& conversion);
