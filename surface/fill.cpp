@@ -42,11 +42,6 @@ void SpillByte(std::uint8_t* end, std::uint32_t value, const std::uint8_t* memor
   if (end < memoryEnd) *end = static_cast<std::uint8_t>(value >> 24);
 }
 
-std::size_t Distance(std::int32_t stride) {
-  const std::int64_t wide = stride;
-  return static_cast<std::size_t>(wide < 0 ? -wide : wide);
-}
-
 /// Copies the pattern at the start of a row over the rest of it, doubling what is done.
 void SpreadPattern(std::uint8_t* row, std::size_t done, std::size_t bytes) {
   while (done < bytes) {
@@ -98,7 +93,7 @@ void FillRows(std::uint8_t* start, std::int32_t stride, std::int32_t bytesPerPix
     std::uint8_t* row = start + y * stride;
     if (value == 0) {
       std::memset(row, 0, rowBytes);
-    } else if (y > 0 && Distance(stride) >= rowBytes) {
+    } else if (y > 0 && stride > 0 && static_cast<std::size_t>(stride) >= rowBytes) {
       std::memcpy(row, start, rowBytes);
       if (bytes == 3) SpillByte(row + rowBytes, value, memoryEnd);
     } else if (bytes == 3) {

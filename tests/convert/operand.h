@@ -88,7 +88,8 @@ class Bench {
   /// @return the offset from the kernel's pointer of the first byte that isn't as the statement
   ///         left it, or "" if all are, neighbours included.
   std::string Compare(const Operand& operand, std::ptrdiff_t shift) const {
-    for (std::size_t i = 0; i < size_; ++i) {
+    const bool same = size_ == 0 || std::memcmp(start_, operand.after(), size_) == 0;
+    for (std::size_t i = 0; !same && i < size_; ++i) {
       if (start_[i] != operand.after()[i]) {
         return "offset " + std::to_string(operand.low() + static_cast<std::ptrdiff_t>(i)) + ": " +
                std::to_string(start_[i]) + ", not " + std::to_string(operand.after()[i]);

@@ -182,6 +182,35 @@ TEST_P(RgbToYuy2, AtAColourEdgePlainBlendsAndSse2KeepsTheSecondPixel) {
   EXPECT_EQ(target[1], 112 * 255 / 256 + 128);
 }
 
+TEST_P(RgbToYuy2, OddWidthLeavesTheLastPixelAndStartsEachRowOnePixelFurtherLeft) {
+  // Tight rows of 3 pixels: row y takes pixels 2y and 2y + 1 and writes the pair behind the last.
+  std::vector<std::uint8_t> source, target(18, 7);
+  for (int pixel = 0; pixel < 9; ++pixel) {
+    source.insert(source.end(), static_cast<std::size_t>(Bytes()),
+                  static_cast<std::uint8_t>(20 * pixel));
+  }
+  Plain()(target.data(), 6, source.data(), 3 * Bytes(), 3, 3);
+  for (int pixel = 0; pixel < 6; ++pixel) {
+    EXPECT_EQ(target[static_cast<std::size_t>(2 * pixel)], 16 + 220 * 20 * pixel / 256);
+  }
+  EXPECT_EQ(std::vector<std::uint8_t>(target.begin() + 12, target.end()),
+            std::vector<std::uint8_t>(6, 7));
+  // The SSE2 form steps 4 source bytes to the left in both pixel sizes.
+  for (const KernelForm& form : Sse2Forms()) {
+    const PinnedVectorLevel pinned(form.level);
+    std::vector<std::uint8_t> rows(3 * 36);
+    for (std::size_t i = 0; i < rows.size(); ++i) rows[i] = static_cast<std::uint8_t>(i / 32 * 40);
+    std::vector<std::uint8_t> pairs(3 * 18, 7);
+    form.kernel(pairs.data(), 18, rows.data(), 36, 9, 3);
+    for (int i = 0; i < 24; ++i) {
+      EXPECT_EQ(pairs[static_cast<std::size_t>(2 * i)], 16 + 220 * 40 * (i / 8) / 256) << form.name;
+    }
+    EXPECT_EQ(std::vector<std::uint8_t>(pairs.begin() + 48, pairs.end()),
+              std::vector<std::uint8_t>(6, 7))
+        << form.name;
+  }
+}
+
 TEST(RgbToYuy2Sse2, MultiplesOfEightNeverTouchTheirSource) {
   Noise noise(5);
   for (std::int32_t width = 8; width <= 128; width += 8) {

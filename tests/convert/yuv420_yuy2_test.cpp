@@ -227,6 +227,25 @@ TEST(Yuv420ToYuy2, NegativeHeightWritesTheTargetFromItsLastRow) {
   }
 }
 
+TEST(Yuv420ToYuy2, OddWidthDriftsInTargetAndLumaButNotInChroma) {
+  for (const auto& form : kToYuy2) {
+    const PinnedVectorLevel pinned(form.level);
+    // Width 3, 4 rows; the second pair is read and written one pixel further left. Its last row is
+    // taken as it is: samples 8 and 9 of luma.
+    std::vector<std::uint8_t> luma(12, 0), chroma(2, 0), target(24, 7);
+    luma[8] = 50;
+    luma[9] = 60;
+    luma[10] = luma[11] = 200;
+    form.kernel(target.data(), 6, luma.data(), chroma.data(), chroma.data(), 3, 1, 3, 4);
+    for (const std::size_t at : {4u, 5u, 14u, 15u, 20u, 21u, 22u, 23u}) {
+      EXPECT_EQ(target[at], 7) << form.name << ", byte " << at;
+    }
+    EXPECT_EQ(std::vector<std::uint8_t>(target.begin() + 16, target.begin() + 20),
+              (std::vector<std::uint8_t>{50, 0, 60, 0}))
+        << form.name;
+  }
+}
+
 TEST(Yuv420ToYuy2, EveryPairOfSamplesIsAveragedAsStated) {
   // The top pair averages two chroma rows: U holds a, then b; 256 columns of a for every b.
   std::vector<std::uint8_t> luma(512 * 4, 0), u(256 * 2), target(1024 * 4);

@@ -154,6 +154,25 @@ TEST_P(Yuy2ToRgb, WidthBelowTwoYieldsNothing) {
   }
 }
 
+TEST_P(Yuy2ToRgb, OddWidthLeavesTheLastPixelAndStartsEachRowOnePixelFurtherLeft) {
+  // Tight rows of 3 pixels: row y takes the pair behind the last and writes pixels 2y and 2y + 1.
+  std::vector<std::uint8_t> source;
+  for (int pixel = 0; pixel < 9; ++pixel) {
+    source.push_back(static_cast<std::uint8_t>(16 + 20 * pixel));
+    source.push_back(128);
+  }
+  for (const KernelForm& form : Forms()) {
+    const PinnedVectorLevel pinned(form.level);
+    std::vector<std::uint8_t> target(static_cast<std::size_t>(9 * Bytes()), 7);
+    form.kernel(target.data(), 3 * Bytes(), source.data(), 6, 3, 3);
+    for (int pixel = 0; pixel < 9; ++pixel) {
+      EXPECT_EQ(target[static_cast<std::size_t>(pixel * Bytes())],
+                pixel < 6 ? 9535 * 20 * pixel / 8192 : 7)
+          << form.name;
+    }
+  }
+}
+
 TEST_P(Yuy2ToRgb, FourthByteIsZeroAndPaddingStays) {
   Noise noise(8);
   const std::vector<std::uint8_t> source = noise.Bytes(2 * 42);

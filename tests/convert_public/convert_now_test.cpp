@@ -7,6 +7,7 @@
 
 #include "convert/wrappers.h"
 #include "platform/memory.h"
+#include "platform/pixel_block.h"
 
 namespace zor::test {
 namespace {
@@ -96,6 +97,25 @@ TEST(ConvertNow, EveryPairMakesANewBlockInBothRowOrders) {
             << NameOf(pair) << ", word " << word << ", orientation " << orientation;
       }
     }
+  }
+}
+
+TEST(ConvertNow, ANewBlockIsOwnedAndTheOldOneFreedOnlyIfItWas) {
+  for (std::uint32_t flags : {0u, 1u, 2u, 4u, 5u}) {
+    const std::int64_t live = LiveAllocations();
+    std::uint8_t* old = nullptr;
+    const bool owned = (flags & 5) != 0;
+    {
+      const SurfaceDescription d = DescribeRows(kWidth, kHeight, 1, 0);
+      const HeldSurface surface = MakePicture(d, Picture(d));
+      surface->GetPixels(&old);
+      surface->SetStorageFlags(flags);
+      const std::int64_t before = LiveAllocations();
+      ASSERT_EQ(surface->ConvertNow(2), VED_OK);
+      EXPECT_EQ(LiveAllocations(), before + (owned ? 0 : 1)) << flags;
+    }
+    EXPECT_EQ(LiveAllocations(), live + (owned ? 0 : 1)) << flags;
+    if (!owned) FreePixelBlock(old);
   }
 }
 

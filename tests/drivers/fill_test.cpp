@@ -298,6 +298,15 @@ TEST(FillRows, TakesTwoThreeFourAndOneHundredAndTwoBytesAndPaintsNothingForOther
   }
 }
 
+TEST(FillRows, RowsThatRunUpwardEachSpillIntoTheRowDoneBefore) {
+  // Three tight rows of two 3-byte pixels, from the last one in memory up: each next row's top byte
+  // falls on the first byte of the row before it, and only there.
+  Bytes memory(18, kOld);
+  FillRows(memory.data() + 12, -6, 3, 2, 3, 0xAABBCCDD, memory.data() + 18);
+  EXPECT_EQ(memory, (Bytes{0xDD, 0xCC, 0xBB, 0xDD, 0xCC, 0xBB, 0xAA, 0xCC, 0xBB, 0xDD, 0xCC, 0xBB,
+                           0xAA, 0xCC, 0xBB, 0xDD, 0xCC, 0xBB}));
+}
+
 TEST(FillRows, AHeightOfZeroOrLessPaintsNothing) {
   Bytes memory(60, kOld);
   for (std::int32_t height : {0, -1, INT32_MIN}) {
