@@ -227,7 +227,8 @@ TEST(Yuv420ToRgb, HeightFourHasNoMiddlePairAndItsLastPairTakesTheFirstChromaRowI
     std::vector<std::uint8_t> target(64);
     form.kernel(target.data(), 4 * form.pixel, luma.data(), u.data(), v.data(), 4, 2, 4, 4);
     const Bgr c = ExpectedTableColour(128, 100, 128);
-    for (int row = 0; row < 4; ++row) EXPECT_EQ(c.b, target[static_cast<std::size_t>(row * 4 * form.pixel)]);
+    for (int row = 0; row < 4; ++row)
+      EXPECT_EQ(c.b, target[static_cast<std::size_t>(row * 4 * form.pixel)]);
   }
 }
 
@@ -237,8 +238,10 @@ TEST(Yuv420ToRgb, HeightsTwoAndThreeAreOnePairUnchangedAndHeightOneWritesNothing
     const PinnedVectorLevel pinned(form.level);
     for (const int height : {1, 2, 3}) {
       std::vector<std::uint8_t> luma(64 * 3), u(32, 90), v(32, 170), target(64 * 4 * 3, 5);
-      for (std::size_t i = 0; i < luma.size(); ++i) luma[i] = static_cast<std::uint8_t>(40 + 50 * (i / 64));
-      form.kernel(target.data(), 64 * form.pixel, luma.data(), u.data(), v.data(), 64, 32, 64, height);
+      for (std::size_t i = 0; i < luma.size(); ++i)
+        luma[i] = static_cast<std::uint8_t>(40 + 50 * (i / 64));
+      form.kernel(target.data(), 64 * form.pixel, luma.data(), u.data(), v.data(), 64, 32, 64,
+                  height);
       for (int row = 0; row < 3; ++row) {
         const Bgr c = form.rules == Rules::kPlain ? ExpectedTableColour(40 + 50 * row, 90, 170)
                                                   : ExpectedVectorColour(40 + 50 * row, 90, 170);
@@ -294,7 +297,8 @@ TEST(Yuv420ToRgb, OddWidthLeavesTheLastColumnAndDriftsOnePixelPerPair) {
   std::vector<bool> written(40, false);
   for (int p = 0; p < 3; ++p) {
     for (int row = 0; row < 2; ++row) {
-      for (int x = 0; x < 4; ++x) written[static_cast<std::size_t>((2 * p + row) * 5 - p + x)] = true;
+      for (int x = 0; x < 4; ++x)
+        written[static_cast<std::size_t>((2 * p + row) * 5 - p + x)] = true;
     }
   }
   for (std::size_t i = 0; i < 30; ++i) EXPECT_EQ(written[i] ? 254 : 77, out[4 * i]) << i;
@@ -314,7 +318,8 @@ TEST(Yuv420ToRgb, GreyInputGivesGreyWith254ByTablesAnd253ByVectors) {
     for (const int y : {16, 235}) {
       const std::vector<std::uint8_t> out = Uniform(form, 32, 4, y, 128, 128);
       const int white = form.rules == Rules::kPlain ? 254 : 253;
-      for (int c = 0; c < 3; ++c) EXPECT_EQ(y == 16 ? 0 : white, out[static_cast<std::size_t>(c)]) << form.name;
+      for (int c = 0; c < 3; ++c)
+        EXPECT_EQ(y == 16 ? 0 : white, out[static_cast<std::size_t>(c)]) << form.name;
     }
   }
 }
@@ -368,15 +373,12 @@ TEST(Yuv420ToRgbWrapper, ChoosesTheFormByBit26ThenBit23AndFindsVBeforeU) {
     Yuv420ToRgbKernel* kernel;
   };
   const std::uint32_t sse2 = 1u << 26, mmx = 1u << 23, sse = 1u << 25;
-  for (const Choice& choice : {Choice{sse2 | mmx | sse, 32, ConvertYuv420ToRgb32Sse2},
-                               Choice{sse2, 32, ConvertYuv420ToRgb32Sse2},
-                               Choice{mmx | sse, 32, ConvertYuv420ToRgb32Mmx},
-                               Choice{mmx, 32, ConvertYuv420ToRgb32Mmx},
-                               Choice{sse, 32, ConvertYuv420ToRgb32Plain},
-                               Choice{0, 32, ConvertYuv420ToRgb32Plain},
-                               Choice{sse2, 24, ConvertYuv420ToRgb24Sse2},
-                               Choice{mmx, 24, ConvertYuv420ToRgb24Plain},
-                               Choice{0, 24, ConvertYuv420ToRgb24Plain}}) {
+  for (const Choice& choice :
+       {Choice{sse2 | mmx | sse, 32, ConvertYuv420ToRgb32Sse2},
+        Choice{sse2, 32, ConvertYuv420ToRgb32Sse2}, Choice{mmx | sse, 32, ConvertYuv420ToRgb32Mmx},
+        Choice{mmx, 32, ConvertYuv420ToRgb32Mmx}, Choice{sse, 32, ConvertYuv420ToRgb32Plain},
+        Choice{0, 32, ConvertYuv420ToRgb32Plain}, Choice{sse2, 24, ConvertYuv420ToRgb24Sse2},
+        Choice{mmx, 24, ConvertYuv420ToRgb24Plain}, Choice{0, 24, ConvertYuv420ToRgb24Plain}}) {
     for (const std::uint32_t orientation : {0u, 1u}) {
       std::vector<std::uint8_t> expected(32 * 4 * 8, 77);
       const std::uint8_t* v = source.data() + 32 * 8;
