@@ -91,6 +91,7 @@ base=samples/scene-base.y4m
 inset=samples/scene-inset.y4m
 rm -f "$out"/scene*
 if [ "$clip" = "$phone_clip" ]; then
+  every=8
   "$zorhost" resize "$clip" --size 1280x720 --mode planar-area --to yuv420 --quiet -o "$base"
   "$zorhost" resize "$originals/movie2/movie-hello.mp4" --frames 0-40 --size 480x270 \
     --mode planar-area --to yuv420 --quiet -o "$inset"
@@ -100,6 +101,7 @@ if [ "$clip" = "$phone_clip" ]; then
     --child "file=$drawing.ppm,x=32,y=396,w=400,h=300,key=ffffff,from=12,fade-in=8"
 else
   # Of the small clip alone: itself inset, and its first picture turned, and as its own mask.
+  every=2
   "$zorhost" resize "$clip" --size 640x360 --mode bilinear --to yuv420 --quiet -o "$base"
   cp "$clip" "$inset"
   "$zorhost" convert "$clip" --frames 0 --to rgb32 --quiet -o "$out/scene-still.png"
@@ -109,7 +111,7 @@ else
 fi
 "$zorhost" compose --base "$base" "$@" --verify --write-scene "$out/scene.json" \
   --hash="$out/hashes-scene.txt" -o "$out/scene.y4m"
-"$zorhost" convert "$out/scene.y4m" --to rgb32 --quiet -o "$out/scene-%02d.png" --write-every 8
+"$zorhost" convert "$out/scene.y4m" --to rgb32 --quiet -o "$out/scene-%02d.png" --write-every $every
 "$zorhost" sheet "$out"/scene-[0-9]*.png -o "$out/scene-sheet.png" --cell 640x360 --columns 3
 scene_clips=$out/scene.y4m
 if "$zorhost" convert "$out/scene.y4m" --to yuv420 --quiet -o "$out/scene.mp4" 2>/dev/null; then

@@ -46,8 +46,8 @@ class ScratchFolder {
 /// A Y4M stream of @p frames frames whose bytes count up, so that every plane and row differs.
 inline std::string MakeY4m(int width, int height, int frames,
                            const std::string& words = " F25:1 C420jpeg") {
-  std::string bytes =
-      "YUV4MPEG2 W" + std::to_string(width) + " H" + std::to_string(height) + words + "\n";
+  std::string bytes = "YUV4MPEG2 W";
+  bytes += std::to_string(width) + " H" + std::to_string(height) + words + "\n";
   const int chroma =
       words.find("mono") != std::string::npos ? 0 : 2 * ((width + 1) / 2) * ((height + 1) / 2);
   for (int f = 0; f < frames; ++f) {
