@@ -24,6 +24,7 @@ void AddConvertCommand(CLI::App& app, Action& action);
 void AddResizeCommand(CLI::App& app, Action& action);
 void AddRotateCommand(CLI::App& app, Action& action);
 void AddComposeCommand(CLI::App& app, Action& action);
+void AddGalleryCommand(CLI::App& app, Action& action);
 void AddSheetCommand(CLI::App& app, Action& action);
 
 }  // namespace zorhost

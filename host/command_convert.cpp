@@ -4,7 +4,6 @@
 
 #include "command.h"
 #include "run_flags.h"
-#include "text.h"
 
 namespace zorhost {
 namespace {
@@ -17,10 +16,7 @@ struct ConvertOptions {
 
 ExitCode Convert(const ConvertOptions& options) {
   const Layout target = LayoutFromName(options.to);
-  std::vector<Layout> chain;
-  for (const std::string& name : SplitWords(options.via, ',')) {
-    chain.push_back(LayoutFromName(name));
-  }
+  std::vector<Layout> chain = LayoutsFromNames(options.via);
   chain.push_back(target);
   return RunFrames(options.run, [&](const StreamInfo& info, std::vector<std::string>& notes) {
     Plan plan(info, chain.front(), notes);

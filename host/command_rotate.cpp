@@ -14,6 +14,8 @@ struct RotateOptions {
   int by = 0;
   bool upright = false;
   std::string flip;
+  std::string background;
+  std::string via;
   std::string to;
 };
 
@@ -36,21 +38,25 @@ ExitCode Rotate(const RotateOptions& options, bool byGiven) {
     throw UsageError("rotate: --auto takes the turn from the source; leave --by and --flip out");
   }
   const Flip asked = FlipFromName(options.flip);
+  std::optional<std::uint32_t> background;
+  if (!options.background.empty()) background = ParseColour(options.background, "--background");
   RunOptions run = options.run;
   run.obeysOrientation = options.upright;
   return RunFrames(run, [&](const StreamInfo& info, std::vector<std::string>& notes) {
     const Layout target = ResultLayout(options.to, run.output, info.layout);
-    Plan plan(info, target, notes);
+    const std::vector<Layout> chain = LayoutsFromNames(options.via);
+    Plan plan(info, chain.empty() ? target : chain.front(), notes);
+    for (const Layout layout : chain) plan.Convert(layout);
     const Flip flip = options.upright ? (info.mirrored ? Flip::kHorizontal : Flip::kNone) : asked;
     int degrees = options.upright ? info.rotation : options.by;
     if (flip != Flip::kNone) plan.FlipFirst();
     if (flip == Flip::kHorizontal) degrees += 180;
-    plan.Rotate(degrees);
+    plan.Rotate(degrees, background);
     const bool rightAngle = degrees % 90 == 0 && degrees % 360 != 0;
-    if (rightAngle && !Traits(plan.result().layout).planar) {
+    if (rightAngle && !background && !Traits(plan.result().layout).planar) {
       notes.push_back(
           "packed pictures are turned with 3.14159 for pi: at right angles the outermost row or "
-          "column stays unpainted; --to yuv420 from a planar source has none");
+          "column stays unpainted; --via yuv420 turns without one, --background paints it");
     }
     plan.Convert(target);
     return plan;
@@ -70,6 +76,12 @@ void AddRotateCommand(CLI::App& app, Action& action) {
                     "Turn and mirror as the source asks viewers to (EXIF, container)");
   command->add_option("--flip", options->flip, "Mirror first: h left to right, v upside down")
       ->type_name("h|v");
+  command
+      ->add_option("--background", options->background,
+                   "Colour of what the turned picture doesn't cover; black if not given")
+      ->type_name("RRGGBB");
+  command->add_option("--via", options->via, "Formats to go through before the turn, in order")
+      ->type_name("FORMAT,...");
   command->add_option("--to", options->to, "Format of the result: " + KnownLayouts())
       ->type_name("FORMAT");
   command->callback([options, by, &action] {

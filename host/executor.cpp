@@ -93,7 +93,7 @@ void Executor::Run(const Picture& frame, Way way, Picture& out, std::int64_t num
   if (plan_.result().layout == Layout::kGray8) {
     ReadGray(*surface.get(), out);
   } else if (way == Way::kExport) {
-    ReadExportedBitmap(*surface.get(), out);
+    ReadExportedBitmap(*surface.get(), plan_.result().turnedOver, out);
   } else {
     ReadOut(*surface.get(), way, out);
   }
@@ -125,6 +125,7 @@ void Executor::Perform(Ref<IZorSurface>& surface, std::size_t index, Way way, st
       break;
     case Operation::Kind::kRotate:
       Check(surface->Rotate(operation.degrees), name);
+      if (operation.background) PaintBackdrop(*surface.get(), index);
       break;
     case Operation::Kind::kDraw:
       // Eager runs draw on a clone, so that the two ways prove each other.
@@ -143,6 +144,21 @@ void Executor::Perform(Ref<IZorSurface>& surface, std::size_t index, Way way, st
     Check(surface->Flush(), name);
     ExpectShape(*surface.get(), plan_.before(index + 1));
   }
+}
+
+void Executor::PaintBackdrop(IZorSurface& surface, std::size_t index) {
+  // An operation that failed before the turn would leave another shape.
+  ExpectShape(surface, plan_.before(index + 1));
+  auto found = backdrops_.find(index);
+  if (found == backdrops_.end()) {
+    const Operation& operation = plan_.operations()[index];
+    const PictureShape& from = plan_.before(index);
+    found = backdrops_
+                .emplace(index, Backdrop(library_, from.layout, from.width, from.height,
+                                         operation.degrees, *operation.background))
+                .first;
+  }
+  found->second.Paint(surface);
 }
 
 void Executor::ExpectShape(IZorSurface& surface, const PictureShape& shape) const {
@@ -164,7 +180,8 @@ void Executor::ReadOut(IZorSurface& surface, Way way, Picture& out) const {
     Check(surface.QueueConvert(Traits(stored).format), "QueueConvert");
   }
   const std::size_t count = plan_.operations().size();
-  Check(surface.ReadPixels(out.data(), out.pitch(), out.bottomUp ? 0 : 1), ReadOutName(plan_));
+  Check(surface.ReadPixels(out.data(), out.pitch(), plan_.askBottomUp() ? 0 : 1),
+        ReadOutName(plan_));
   // Direct output leaves the surface in front of the last operation.
   const bool direct = way == Way::kDeferred && !copyAtEnd && count > 0 && !plan_.EndsAtOnce() &&
                       plan_.operations().back().format != FORMAT_YVU420;

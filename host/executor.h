@@ -5,6 +5,9 @@
 /// @file
 /// Runs a plan on one frame, and tells how long the library took.
 
+#include <map>
+
+#include "backdrop.h"
 #include "library.h"
 #include "plan.h"
 
@@ -39,11 +42,13 @@ class Executor {
   void MakeRoom(Picture& out) const;
   void ReadOut(IZorSurface& surface, Way way, Picture& out) const;
   void ReadGray(IZorSurface& surface, Picture& out) const;
+  void PaintBackdrop(IZorSurface& surface, std::size_t index);
   void ExpectShape(IZorSurface& surface, const PictureShape& shape) const;
 
   const Library& library_;
   const Plan& plan_;
   Picture scratch_;
+  std::map<std::size_t, Backdrop> backdrops_;  ///< by operation, made for the first frame
   Timing timing_;
 };
 

@@ -63,14 +63,14 @@ void CheckHeader(const std::uint8_t* header, const Picture& expected) {
 
 }  // namespace
 
-void ReadExportedBitmap(IZorSurface& surface, Picture& out) {
+void ReadExportedBitmap(IZorSurface& surface, bool turnedOver, Picture& out) {
   void* handle = nullptr;
   std::uint32_t made = 0;
   Check(surface.ExportImage(kKindBitmap, &handle, &made), "export as a bitmap");
   const GlobalBlock block(handle);
   if (!block.bytes()) throw HostError(ExitCode::kLibrary, "the exported bitmap can't be locked");
   CheckHeader(block.bytes(), out);
-  const bool bottomUp = Traits(out.layout()).rgb;
+  const bool bottomUp = Traits(out.layout()).rgb != turnedOver;
   const std::uint8_t* from = block.bytes() + kHeaderBytes;
   const int stride = NaturalStride(out.layout(), out.width());
   for (int p = 0; p < out.planeCount(); ++p) {

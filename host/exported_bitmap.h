@@ -13,8 +13,9 @@ namespace zorhost {
 
 /// Exports @p surface as a bitmap in global memory and copies its pixels into @p out, whose layout
 /// and size are the surface's. RGB bitmaps are bottom-up, the others hold rows from the top.
+/// @param turnedOver whether rows lie the other way round, `PictureShape::turnedOver`.
 /// @throws HostError with `ExitCode::kLibrary` for a failed export, or a header that tells of
 /// another picture.
-void ReadExportedBitmap(IZorSurface& surface, Picture& out);
+void ReadExportedBitmap(IZorSurface& surface, bool turnedOver, Picture& out);
 
 }  // namespace zorhost

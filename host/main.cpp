@@ -21,6 +21,7 @@ constexpr AddCommand kCommands[] = {
     zorhost::AddResizeCommand,
     zorhost::AddRotateCommand,
     zorhost::AddComposeCommand,
+    zorhost::AddGalleryCommand,
     zorhost::AddSheetCommand,
 };
 

@@ -96,12 +96,14 @@ void Plan::Convert(Layout target) {
     PictureShape shape = result();
     // The exchange of planes leaves the rows; every other conversion sets their order by kind.
     if (format != FORMAT_YVU420) shape.bottomUp = Traits(layout).rgb;
+    if (shape.layout == Layout::kYuy2 && Traits(layout).rgb) shape.turnedOver = !shape.turnedOver;
     shape.layout = layout;
     Push(operation, shape);
   };
   RefuseOdd(target, result().width, result().height);
   // Only a planar surface can exchange its planes.
   if (target == Layout::kYvu420) Convert(Layout::kYuv420);
+  if (target == Layout::kYuy2 && result().layout == Layout::kRgb24) Convert(Layout::kRgb32);
   // Exchanged planes are exchanged back before anything reads their colours.
   if (result().layout == Layout::kYvu420) push(Layout::kYuv420, FORMAT_YVU420);
   if (target != result().layout) push(target, Traits(target).format);
@@ -137,15 +139,16 @@ void Plan::Cover(int width, int height, std::uint32_t mode) {
   operations_.back().kind = Operation::Kind::kCover;
 }
 
-void Plan::Rotate(int degrees) {
+void Plan::Rotate(int degrees, std::optional<std::uint32_t> background) {
   degrees = (degrees % 360 + 360) % 360;
   if (degrees == 0) return;
   if (result().layout == Layout::kYuy2) Convert(Layout::kYuv420);
   PictureShape shape = result();
   Operation operation{Operation::Kind::kRotate};
   // The library turns top-down packed pictures the other way.
-  const bool packed = !Traits(shape.layout).planar;
-  operation.degrees = packed && !shape.bottomUp ? 360 - degrees : degrees;
+  const bool clockwise = Traits(shape.layout).planar || shape.bottomUp;
+  operation.degrees = clockwise != shape.turnedOver ? degrees : 360 - degrees;
+  operation.background = background;
   const Size size = TurnedSize(shape.width, shape.height, operation.degrees);
   shape.width = operation.width = size.width;
   shape.height = operation.height = size.height;
@@ -189,13 +192,13 @@ bool Plan::NeedsCopyAtEnd() const {
     // Rows that are walked upward spill their last pixel's fourth byte into a row that is finished,
     // and what an area mode leaves unwritten shows what the memory was cleared with.
     const bool unwritten = last.mode == SCALE_AREA && Traits(from.layout).rgb;
-    return from.layout == Layout::kYuy2 || from.bottomUp != bottomUp_ || unwritten;
+    return from.layout == Layout::kYuy2 || from.bottomUp != askBottomUp() || unwritten;
   }
-  if (last.format == FORMAT_YVU420) return bottomUp_ || pitch_ != result().width;
+  if (last.format == FORMAT_YVU420) return askBottomUp() || pitch_ != result().width;
   const bool bothRgb = Traits(from.layout).rgb && Traits(result().layout).rgb;
   const bool bothYuv = Subsampled(from.layout) && Subsampled(result().layout);
   if (Traits(from.layout).rgb && !bothRgb) return true;  // rows come the other way round
-  return (bothRgb || bothYuv) && from.bottomUp != bottomUp_;
+  return (bothRgb || bothYuv) && from.bottomUp != askBottomUp();
 }
 
 const Picture& Plan::Prepare(const Picture& frame, Picture& scratch) const {
@@ -234,6 +237,15 @@ int Plan::doubtfulColumns() const {
   for (std::size_t i = 0; i < operations_.size(); ++i) {
     if (operations_[i].format == FORMAT_RGB24 && Traits(shapes_[i].layout).planar) {
       return shapes_[i].width % 16;
+    }
+  }
+  return 0;
+}
+
+int Plan::unwrittenColumns() const {
+  for (std::size_t i = 0; i < operations_.size(); ++i) {
+    if (operations_[i].format == FORMAT_YUY2 && Traits(shapes_[i].layout).rgb) {
+      return shapes_[i].width % 8;
     }
   }
   return 0;

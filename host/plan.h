@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -43,14 +44,18 @@ struct Operation {
   std::int32_t format = 0;
   int degrees = 0;
   std::shared_ptr<Drawing> drawing = nullptr;
+  std::optional<std::uint32_t> background = {};  ///< 0xRRGGBB; nothing: what a turn leaves there
 };
 
-/// A surface's shape between two operations.
+/// A surface's shape between two operations, as the surface tells it.
 struct PictureShape {
   Layout layout = Layout::kYvu420;
   int width = 0;
   int height = 0;
   bool bottomUp = false;
+  /// Whether the rows lie the other way round than `bottomUp` tells. A conversion from YUY2 to RGB
+  /// writes them top-down and calls them bottom-up; whatever follows keeps them in that order.
+  bool turnedOver = false;
 };
 
 /// A chain of operations with the shape that each one leaves.
@@ -63,12 +68,15 @@ class Plan {
   /// @throws InputError for pictures smaller than 4 x 4.
   Plan(const StreamInfo& source, Layout target, std::vector<std::string>& notes);
 
+  /// RGB24 reaches YUY2 by way of RGB32: the direct conversion steps through RGB24 as if its pixels
+  /// had four bytes.
   /// @throws UsageError where the library has no such picture (odd sizes in 4:2:0).
   void Convert(Layout target);
   void Resize(int width, int height, bool fit, std::uint32_t mode);
   void Cover(int width, int height, std::uint32_t mode);
   /// @param degrees clockwise, any whole number. A packed 4:2:2 picture is turned as planar.
-  void Rotate(int degrees);
+  /// @param background 0xRRGGBB, painted where the turned picture isn't.
+  void Rotate(int degrees, std::optional<std::uint32_t> background = {});
   /// Lets @p drawing draw on the picture as it stands here.
   void Draw(std::shared_ptr<Drawing> drawing);
   /// Turns the picture upside down before anything else, as in a mirror that lies below it.
@@ -89,12 +97,17 @@ class Plan {
   const std::vector<Operation>& operations() const { return operations_; }
   int pitch() const { return pitch_; }
   bool bottomUp() const { return bottomUp_; }
+  /// The row order to ask the surface for, so that rows come out as `bottomUp` says.
+  bool askBottomUp() const { return bottomUp_ != result().turnedOver; }
   /// Whether YUV meets RGB on the way.
   bool crossesColour() const;
   /// Columns at the right edge that a conversion from planar to RGB24 gives other colours
   /// by definition: behind the last whole sixteen the row's first chroma sample is used, red and
   /// blue exchanged. 0 where the plan has none.
   int doubtfulColumns() const;
+  /// Columns at the right edge that a conversion from RGB to YUY2 leaves at 0 by definition: what
+  /// is behind the last whole eight. 0 where the plan has none.
+  int unwrittenColumns() const;
   /// Whether a fourth byte of the source is still alpha in the result.
   bool keepsAlpha() const;
   /// "1920x1080 yvu420 -> 1280x720 -> rgb32"

@@ -92,6 +92,11 @@ class Run {
                       " columns come with other colours where the processor has SSE2; rgb32 "
                       "doesn't show that");
     }
+    if (const int columns = plan_->unwrittenColumns()) {
+      notes.push_back("rgb to yuy2 at a width that isn't a multiple of 8: the right " +
+                      std::to_string(columns) +
+                      " columns stay 0 where the processor has SSE2; by way of yuv420 they don't");
+    }
     TellOrientation(notes);
     if (kind_ != SinkKind::kY4m && kind_ != SinkKind::kVideo && source_->info().variableRate) {
       notes.push_back("variable frame rate: every coded frame is kept, none is doubled or dropped");

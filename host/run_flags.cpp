@@ -5,6 +5,7 @@
 #include <CLI/CLI.hpp>
 
 #include "frame_sink.h"
+#include "text.h"
 
 namespace zorhost {
 
@@ -54,6 +55,12 @@ void AddResultFlags(CLI::App& command, RunOptions& options) {
   command.add_option("--progress", options.progress, "auto, bar, json or none")->type_name("KIND");
   command.add_flag("--json", options.json, "Print the summary as one JSON object");
   command.add_flag("-q,--quiet", options.quiet, "No notes and no summary");
+}
+
+std::vector<Layout> LayoutsFromNames(const std::string& names) {
+  std::vector<Layout> layouts;
+  for (const std::string& name : SplitWords(names, ',')) layouts.push_back(LayoutFromName(name));
+  return layouts;
 }
 
 Layout ResultLayout(const std::string& named, const std::string& output, Layout source) {

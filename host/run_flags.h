@@ -19,6 +19,9 @@ void AddRunFlags(CLI::App& command, RunOptions& options);
 /// The same without IN, for a subcommand that names its input in another way.
 void AddResultFlags(CLI::App& command, RunOptions& options);
 
+/// "rgb32,yuv420" as layouts in order; none for an empty text. @throws UsageError
+std::vector<Layout> LayoutsFromNames(const std::string& names);
+
 /// The layout of the result: the one named, or what suits the output and the source.
 Layout ResultLayout(const std::string& named, const std::string& output, Layout source);
 

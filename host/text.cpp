@@ -56,6 +56,16 @@ Size ParseSize(const std::string& text, const std::string& option) {
   throw UsageError(option + ": '" + text + "' is no size; write WxH, each side 1 to 65535");
 }
 
+std::uint32_t ParseColour(const std::string& text, const std::string& option) {
+  std::uint32_t colour = 0;
+  const char* end = text.data() + text.size();
+  const auto [stopped, error] = std::from_chars(text.data(), end, colour, 16);
+  if (text.size() != 6 || error != std::errc() || stopped != end) {
+    throw UsageError(option + ": '" + text + "' is no colour; write RRGGBB, such as ff8000");
+  }
+  return colour;
+}
+
 FrameRange ParseFrames(const std::string& text) {
   FrameRange range;
   if (text.empty()) return range;

@@ -27,6 +27,9 @@ struct Size {
 /// "640x360". @throws UsageError naming @p option.
 Size ParseSize(const std::string& text, const std::string& option);
 
+/// "ff8000" as 0xFF8000. @throws UsageError naming @p option.
+std::uint32_t ParseColour(const std::string& text, const std::string& option);
+
 /// Inclusive first and last frame; last is -1 for "to the end".
 struct FrameRange {
   std::int64_t first = 0;

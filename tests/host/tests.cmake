@@ -13,9 +13,13 @@ if(TARGET zorhost)
 
   set(host_tests ${CMAKE_CURRENT_LIST_DIR})
   zor_add_host_test(host_parts_test
-    ${host_tests}/bmp_test.cpp ${host_tests}/matrix_test.cpp ${host_tests}/options_test.cpp
+    ${host_tests}/bmp_test.cpp ${host_tests}/convert_test.cpp ${host_tests}/formulas_test.cpp
+    ${host_tests}/matrix_test.cpp ${host_tests}/options_test.cpp
     ${host_tests}/picture_test.cpp
-    ${host_tests}/plan_test.cpp ${host_tests}/scene_test.cpp ${host_tests}/still_test.cpp ${host_tests}/y4m_test.cpp)
+    ${host_tests}/plan_test.cpp ${host_tests}/scene_test.cpp ${host_tests}/still_test.cpp
+    ${host_tests}/turn_test.cpp ${host_tests}/y4m_test.cpp)
+  zor_add_host_test(host_commands_test ${host_tests}/commands_test.cpp)
+  add_dependencies(host_commands_test zorhost)
   zor_add_host_test(host_run_test
     ${host_tests}/compose_test.cpp ${host_tests}/rotate_test.cpp ${host_tests}/run_test.cpp)
   add_dependencies(host_run_test zorhost)
