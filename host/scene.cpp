@@ -58,15 +58,6 @@ constexpr TextWord kTexts[] = {
 };
 constexpr const char* kKey = "key";
 
-std::uint32_t ParseColour(const std::string& text) {
-  const bool digits =
-      text.size() == 6 && text.find_first_not_of("0123456789abcdefABCDEF") == std::string::npos;
-  if (!digits) {
-    throw UsageError("--child: key=" + text + ": write a colour as RRGGBB, such as ffffff");
-  }
-  return static_cast<std::uint32_t>(std::stoul(text, nullptr, 16));
-}
-
 std::string ColourText(std::uint32_t colour) {
   std::string text(6, '0');
   for (int i = 5; i >= 0; --i, colour >>= 4) text[i] = "0123456789abcdef"[colour & 15];
@@ -84,7 +75,7 @@ void Set(ChildSpec& child, const std::string& name, const std::string& value) {
   const std::string said = "--child: " + name + "=" + value;
   if (value.empty()) throw UsageError(said + ": a value is missing");
   if (name == kKey) {
-    child.key = ParseColour(value);
+    child.key = ParseColour(value, "--child: key");
     return;
   }
   for (const TextWord& word : kTexts) {
