@@ -1,9 +1,10 @@
 # SPDX-License-Identifier: BSD-2-Clause
 # One Wine server for the whole run: a program then starts in hundredths of a second. Its output is
-# cut off, or the server would hold the test runner's pipe open for good.
+# cut off, or the server would hold the test runner's pipe open for good. One that an interrupted run
+# left behind ends first.
 find_program(WINESERVER wineserver REQUIRED CMAKE_FIND_ROOT_PATH_BOTH)
 add_test(NAME wine.start COMMAND sh -c
-  "mkdir -p $WINEPREFIX; exec ${WINESERVER} -p >/dev/null 2>&1 </dev/null")
+  "exec >/dev/null 2>&1 </dev/null; mkdir -p $WINEPREFIX; ${WINESERVER} -k; ${WINESERVER} -w; exec ${WINESERVER} -p")
 add_test(NAME wine.boot COMMAND sh -c "exec wineboot -u >/dev/null 2>&1 </dev/null")
 add_test(NAME wine.stop COMMAND ${WINESERVER} -k)
 set_tests_properties(wine.start PROPERTIES FIXTURES_SETUP wine)
