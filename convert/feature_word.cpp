@@ -14,6 +14,7 @@ namespace zor {
 namespace {
 
 constexpr std::uint32_t kLeaf1Bits = 0x17808010;
+constexpr std::uint32_t kExtendedLeaf = 0x80000000;
 constexpr std::uint32_t kExtendedBits = 1u << 22 | 1u << 30 | 1u << 31;
 
 /// The vector state that the operating system saves: XCR0.
@@ -54,21 +55,24 @@ std::atomic<VectorLevel> levelLimit{VectorLevel::kAvx512};
 
 }  // namespace
 
+std::uint32_t FeatureWordOf(const CpuidReplies& replies) noexcept {
+  const std::uint32_t word = replies.leaf1 & kLeaf1Bits;
+  // Extended bits count only where the extended leaves end right at their first one.
+  if (replies.lastExtended != kExtendedLeaf) return word;
+  return word | (replies.extendedLeaf1 & kExtendedBits);
+}
+
 std::uint32_t DetectCpuFeatures() noexcept {
   std::uint32_t eax = 0;
   std::uint32_t ebx = 0;
   std::uint32_t ecx = 0;
   std::uint32_t edx = 0;
+  CpuidReplies replies = {};
   if (__get_cpuid_max(0, nullptr) < 1) return 0;
-  __cpuid(1, eax, ebx, ecx, edx);
-  std::uint32_t word = edx & kLeaf1Bits;
-  // Only a processor whose extended leaves end right at the first one is asked for their bits.
-  __cpuid(0x80000000, eax, ebx, ecx, edx);
-  if (eax == 0x80000000) {
-    __cpuid(0x80000001, eax, ebx, ecx, edx);
-    word |= edx & kExtendedBits;
-  }
-  return word;
+  __cpuid(1, eax, ebx, ecx, replies.leaf1);
+  __cpuid(kExtendedLeaf, replies.lastExtended, ebx, ecx, edx);
+  __cpuid(kExtendedLeaf + 1, eax, ebx, ecx, replies.extendedLeaf1);
+  return FeatureWordOf(replies);
 }
 
 std::uint32_t PixelConversionGuard = 0;

@@ -18,14 +18,25 @@ inline constexpr std::uint32_t kFeatureSse2 = 1u << 26;
 /// it to run other forms.
 extern std::uint32_t CpuFeatureWord;
 
-/// Fills the colour tables, writes the kernel table's forms, and @return the capability word; a second call returns the first word.
+/// Fills the colour tables and writes the forms of the kernel table. @return the capability word; a
+/// second call does nothing and returns the first word.
 std::uint32_t InitPixelConversion() noexcept;
 
 /// The first result of the initialiser. A word of 0, from a processor that tells nothing, guards
 /// nothing: the initialiser would do its work again.
 extern std::uint32_t PixelConversionGuard;
 
-/// Asks the processor. @return the capability word.
+/// What CPUID says of a processor.
+struct CpuidReplies {
+  std::uint32_t leaf1;          ///< EDX of leaf 1
+  std::uint32_t lastExtended;   ///< EAX of leaf 0x80000000: the number of the last extended leaf
+  std::uint32_t extendedLeaf1;  ///< EDX of leaf 0x80000001
+};
+
+/// @return the capability word of a processor that replies so.
+std::uint32_t FeatureWordOf(const CpuidReplies& replies) noexcept;
+
+/// Asks the processor. @return the capability word; 0 where CPUID tells nothing.
 std::uint32_t DetectCpuFeatures() noexcept;
 
 /// Width of the inner speed-ups that an SSE2 form may use. Same bytes at every level.

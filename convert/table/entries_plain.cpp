@@ -17,8 +17,8 @@ void CopyMemory(void* destination, const void* source, std::size_t bytes) noexce
   std::memcpy(destination, source, bytes);
 }
 
-/// The rows of an RGB source to packed pictures. What a picture becomes in its own format is set over
-/// these by the copies, but for the filter of 16-bit pixels, which stays.
+/// The rows of an RGB source to packed pictures. What a picture becomes in its own format is set
+/// over these by the copies, but for the filter of 16-bit pixels, which stays.
 template <class Pixel>
 constexpr void AddRgbSource(KernelRows& rows, std::size_t begin) {
   AddPackingTargets<PlainForm, RgbSource<Pixel>>(rows, begin);

@@ -166,7 +166,7 @@ ZOR_ALWAYS_INLINE void StorePair(const Target& to, std::uint8_t* target,
   }
 }
 
-/// The distance of chroma samples in rows of their own, and where U and V take turns.
+/// The distance of chroma samples in rows of their own, and where U and V take turns, U first.
 struct SeparateChroma {
   static constexpr std::ptrdiff_t kStep = 1;
 };

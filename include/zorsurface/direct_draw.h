@@ -9,9 +9,8 @@
 /// On Windows it is the platform's own `IDirectDrawSurface7` of <ddraw.h>. Elsewhere it is the
 /// interface declared here, with the same names and the same behaviour for what it offers:
 ///
-/// - to read an export: `Lock`, read `dwHeight` rows in steps of `lPitch` from `lpSurface`,
-/// `Unlock`,
-///   and in the end `Release`, which frees it;
+/// - to read an export: `Lock`, read `dwHeight` rows in steps of `lPitch` from `lpSurface`, then
+///   `Unlock`, and in the end `Release`, which frees it;
 /// - to lend a picture to `CreateFromSource`: implement the interface. The builder calls
 ///   `GetSurfaceDesc`, `Lock` and `Unlock` and keeps nothing afterwards. It reads `dwHeight`,
 ///   `dwWidth`, `lPitch`, `lpSurface` and `ddpfPixelFormat.dwRGBBitCount`.

@@ -3,10 +3,12 @@
 
 #include "convert/feature_word.h"
 
+#include <cpuid.h>
 #include <gtest/gtest.h>
 
 #include "convert/colour_tables.h"
 #include "convert/fast_mem_copy.h"
+#include "convert/form_choice.h"
 #include "support/guarded_memory.h"
 
 namespace zor::test {
@@ -24,6 +26,61 @@ TEST(FeatureWord, IsFilledBeforeAnythingRunsAndHoldsTheKnownBitsOnly) {
   EXPECT_NE(0u, WordAtLoad() & kFeatureSse2);  // every processor that runs the suite
   EXPECT_NE(0u, WordAtLoad() & kFeatureMmx);
   EXPECT_EQ(WordAtLoad(), DetectCpuFeatures());
+}
+
+TEST(FeatureWord, OfLeafOneKeepsSevenBitsAtTheirPlaces) {
+  // Time stamp, conditional move, MMX, FXSAVE, SSE, SSE2, hyper-threading.
+  std::uint32_t kept = 0;
+  for (const int bit : {4, 15, 23, 24, 25, 26, 28}) kept |= 1u << bit;
+  EXPECT_EQ(FeatureWordOf({0xFFFFFFFFu, 0, 0}), kept);
+  EXPECT_EQ(FeatureWordOf({~kept, 0, 0}), 0u);
+}
+
+TEST(FeatureWord, AProcessorWithMoreThanOneExtendedLeafGetsNoneOfTheirBits) {
+  for (const std::uint32_t last : {0u, 1u, 0x7FFFFFFFu, 0x80000001u, 0x80000028u, 0xFFFFFFFFu}) {
+    EXPECT_EQ(FeatureWordOf({1u << 26, last, 0xFFFFFFFFu}), 1u << 26) << last;
+  }
+  EXPECT_EQ(FeatureWordOf({1u << 26, 0x80000000u, 0xFFFFFFFFu}),
+            1u << 26 | 1u << 22 | 1u << 30 | 1u << 31);
+  EXPECT_EQ(FeatureWordOf({0, 0x80000000u, ~(1u << 22 | 1u << 30 | 1u << 31)}), 0u);
+}
+
+TEST(FeatureWord, OfThisProcessorIsThatOfItsReplies) {
+  std::uint32_t leaf1[4] = {}, first[4] = {}, second[4] = {};
+  const auto ask = [](std::uint32_t leaf, std::uint32_t(&reply)[4]) {
+    __cpuid(leaf, reply[0], reply[1], reply[2], reply[3]);
+  };
+  ask(1, leaf1);
+  ask(0x80000000u, first);
+  ask(0x80000001u, second);
+  EXPECT_EQ(DetectCpuFeatures(), FeatureWordOf({leaf1[3], first[0], second[3]}));
+}
+
+TEST(FormChoice, Bit26IsAskedFirstThenBit23AndBit25Never) {
+  const FormChoice<const char> forms = {"SSE2", "MMX", "plain"};
+  const std::uint32_t mmx = 1u << 23, sse = 1u << 25, sse2 = 1u << 26;
+  for (const std::uint32_t word : {sse2, sse2 | sse, sse2 | mmx, sse2 | sse | mmx}) {
+    EXPECT_STREQ(forms.For(word), "SSE2") << word;
+  }
+  for (const std::uint32_t word : {0u, sse, ~(mmx | sse2)}) {
+    EXPECT_STREQ(forms.For(word), "plain") << word;
+  }
+  EXPECT_STREQ(forms.For(mmx), "MMX");
+}
+
+TEST(FormChoice, WithBit26ClearAndBit25SetTheMmxFormRuns) {
+  const FormChoice<const char> forms = {"SSE2", "MMX", "plain"};
+  EXPECT_STREQ(forms.For(1u << 23 | 1u << 25), "MMX");
+  EXPECT_STREQ(forms.For(~(1u << 26)), "MMX");
+}
+
+TEST(FormChoice, DepthsOtherThan24And32HaveNoForm) {
+  const RgbFormChoice<const char> forms = {{"a", "b", "c"}, {"d", "e", "f"}};
+  EXPECT_STREQ(forms.For(24, 1u << 23), "b");
+  EXPECT_STREQ(forms.For(32, 0), "f");
+  for (const std::int32_t depth : {0, 8, 16, 23, 25, 33, -24}) {
+    EXPECT_EQ(forms.For(depth, ~0u), nullptr) << depth;
+  }
 }
 
 TEST(FeatureWord, SecondInitialisationGivesTheFirstWordAndLeavesTheTables) {
@@ -64,7 +121,8 @@ TEST(ColourTables, EveryEntryIsItsExactProduct) {
 
 TEST(ColourTables, ZerosStandAtTheOffsetsAndTheTopEntryShiftsTo278) {
   EXPECT_EQ(0, LumaScaleTable[16]);
-  for (const std::int32_t* table : {BlueFromUTable, GreenFromUTable, GreenFromVTable, RedFromVTable}) {
+  for (const std::int32_t* table :
+       {BlueFromUTable, GreenFromUTable, GreenFromVTable, RedFromVTable}) {
     EXPECT_EQ(0, table[128]);
   }
   EXPECT_EQ(2278865, LumaScaleTable[255]);

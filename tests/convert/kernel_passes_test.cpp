@@ -146,19 +146,43 @@ TEST(KernelPasses, ForwardsAreFunctionsOfTheirOwn) {
   EXPECT_FALSE(kMmxKernelRows[63].straight == kPlainKernelRows[63].straight);
 }
 
-TEST(KernelLayouts, PackedRowsRunSourceBySourceThroughTheSameNineTargets) {
-  for (std::size_t row = 17; row < kKernelRows; ++row) {
-    EXPECT_EQ(LayoutsOfRow(row).target, LayoutsOfRow(17 + (row - 17) % 9).target);
+/// Rows in a run: their common source, and its targets in row order.
+struct RunOfRows {
+  std::size_t first;
+  Layout source;
+  std::vector<Layout> targets;
+};
+
+TEST(KernelLayouts, EveryRowStandsAtItsNumber) {
+  using enum Layout;
+  const std::vector<Layout> nine = {kYuv420, kYuy2,  kYvyu,   kUyvy,  kVyuy,
+                                    kRgb32,  kRgb24, kRgb565, kRgb555};
+  const RunOfRows runs[] = {{0, kMemory, {kMemory}},
+                            {1, kPlane, {kPlane}},
+                            {2, kLumaChroma, {kRgb24, kRgb32}},
+                            {4, kYuv420, {kYuv420, kYvu420}},
+                            {6, kYuv420, {kYuy2, kYvyu, kUyvy, kVyuy}},
+                            {10, kYuv420, {kRgb32, kRgb24, kRgb565, kRgb555}},
+                            {14, kYuv420, {kRgb32Luma, kLumaChroma16, kRgb32Keyed}},
+                            {17, kYuy2, nine},
+                            {26, kYvyu, nine},
+                            {35, kUyvy, nine},
+                            {44, kVyuy, nine},
+                            {53, kRgb32, nine},
+                            {62, kRgb24, nine},
+                            {71, kRgb565, nine},
+                            {80, kRgb555, nine}};
+  std::size_t row = 0;
+  for (const RunOfRows& run : runs) {
+    EXPECT_EQ(row, run.first);
+    for (const Layout target : run.targets) {
+      EXPECT_EQ(LayoutsOfRow(row).source, run.source) << row;
+      EXPECT_EQ(LayoutsOfRow(row).target, target) << row;
+      ++row;
+    }
   }
-  const std::pair<std::size_t, Layout> sources[] = {
-      {17, Layout::kYuy2},   {25, Layout::kYuy2},   {26, Layout::kYvyu},   {34, Layout::kYvyu},
-      {35, Layout::kUyvy},   {43, Layout::kUyvy},   {44, Layout::kVyuy},   {52, Layout::kVyuy},
-      {53, Layout::kRgb32},  {61, Layout::kRgb32},  {62, Layout::kRgb24},  {70, Layout::kRgb24},
-      {71, Layout::kRgb565}, {79, Layout::kRgb565}, {80, Layout::kRgb555}, {88, Layout::kRgb555}};
-  for (const auto& [row, source] : sources) EXPECT_EQ(LayoutsOfRow(row).source, source) << row;
-  EXPECT_EQ(LayoutsOfRow(59).target, Layout::kRgb24);
-  EXPECT_EQ(LayoutsOfRow(67).target, Layout::kRgb32);
-  EXPECT_EQ(LayoutsOfRow(88).target, Layout::kRgb555);
+  EXPECT_EQ(row, 89u);
+  EXPECT_EQ(kKernelRows, 89u);
 }
 
 /// Runs row @p row of the plain table on tight packed pictures.

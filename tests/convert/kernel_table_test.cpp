@@ -10,6 +10,7 @@
 namespace zor::test {
 namespace {
 
+constexpr std::uint32_t kPlainWord = 0;
 constexpr std::uint32_t kMmxWord = kFeatureMmx;
 constexpr std::uint32_t kSseWord = kFeatureMmx | kFeatureSse;
 constexpr std::uint32_t kSse2Word = kFeatureMmx | kFeatureSse | kFeatureSse2;
@@ -68,16 +69,18 @@ struct Entry {
   bool Is(std::size_t r, bool s) const { return row == r && smoothed == s; }
 };
 
-void PrintTo(const Entry& entry, std::ostream* out) {
-  *out << "row " << entry.row << (entry.smoothed ? " smoothed" : " straight");
-}
-
-/// Kernels of the wrappers with an arithmetic of their own, which their families' tests cover.
+/// Kernels of the wrappers with an arithmetic of their own, which their families' tests cover. That
+/// the table holds them is told by the passes.
 bool HasItsOwnStatement(const Entry& entry, std::uint32_t word) {
   if (word == kSse2Word) {
     return entry.Is(11, false) || entry.Is(54, false) || entry.Is(63, false);
   }
   return word == kMmxWord && (entry.Is(6, true) || entry.Is(10, true) || entry.Is(17, true));
+}
+
+/// Whether a word's own pass writes an entry: others hold what the words before it tested.
+bool IsWritten(const Entry& entry, std::uint32_t word) {
+  return word != kSseWord || entry.smoothed || entry.row == 1;
 }
 
 /// Columns of a block with 6-bit colours.
@@ -90,76 +93,80 @@ int ColourBlock(const Entry& entry, std::uint32_t word) {
   return word == kMmxWord && (entry.Is(22, false) || entry.Is(23, false)) ? 8 : 0;
 }
 
-class KernelTableEntry : public testing::TestWithParam<Entry> {
- protected:
-  /// Runs the entry over every width to 70 at a few heights and the other heights at a few widths.
-  void Run(std::uint32_t word) {
-    const Entry entry = GetParam();
-    if (HasItsOwnStatement(entry, word)) return;
-    const KernelEntry kernel = entry.In(RowsFor(word));
-    ASSERT_NE(kernel.index(), 0u);
-    const KernelLayouts layouts = LayoutsOfRow(entry.row);
-    TableOperands operands;
-    OperandSet set({&operands.to[0], &operands.to[1], &operands.to[2], &operands.from[0],
-                    &operands.from[1], &operands.from[2]});
-    const auto check = [&](std::int32_t width, std::int32_t height) {
-      const std::int32_t threshold = width % 4 == 3 ? -1 : width % 4 == 2 ? 255 : 7 * width % 250;
-      const TableRun run = {
-          layouts.source, layouts.target, entry.smoothed, ColourBlock(entry, word),
-          width,          height,         threshold};
-      set.Reset();
-      TableStatement(run, operands).State();
-      const std::ptrdiff_t shift = (width + height + 20) % 5;
-      const std::string wrong = set.Check(shift, [&](const Pointers& pointers) {
-        std::visit(Call{run, pointers}, kernel);
-      });
-      EXPECT_EQ(wrong, "") << width << " x " << height << ", word " << word;
-      return wrong.empty();
-    };
-    for (std::int32_t width = 0; width <= 70; ++width) {
-      if (!check(width, 5) || !check(width, -6)) return;
+/// An entry as it stands under a capability word.
+struct EntryForm {
+  const char* name;
+  std::uint32_t word;
+  Entry entry;
+};
+
+void PrintTo(const EntryForm& form, std::ostream* out) {
+  *out << form.name << ", row " << form.entry.row
+       << (form.entry.smoothed ? " smoothed" : " straight");
+}
+
+class KernelTable : public testing::TestWithParam<EntryForm> {};
+
+/// Every width to 70 at a few heights and the other heights at a few widths.
+TEST_P(KernelTable, EntryGivesTheStatedBytesAndTouchesNoOthers) {
+  const Entry& entry = GetParam().entry;
+  const std::uint32_t word = GetParam().word;
+  const KernelEntry kernel = entry.In(RowsFor(word));
+  ASSERT_NE(kernel.index(), 0u);
+  const KernelLayouts layouts = LayoutsOfRow(entry.row);
+  TableOperands operands;
+  OperandSet set({&operands.to[0], &operands.to[1], &operands.to[2], &operands.from[0],
+                  &operands.from[1], &operands.from[2]});
+  const auto check = [&](std::int32_t width, std::int32_t height) {
+    const std::int32_t threshold = width % 4 == 3 ? -1 : width % 4 == 2 ? 255 : 7 * width % 250;
+    const TableRun run = {layouts.source, layouts.target, entry.smoothed, ColourBlock(entry, word),
+                          width,          height,         threshold};
+    set.Reset();
+    TableStatement(run, operands).State();
+    const std::ptrdiff_t shift = (width + height + 20) % 5;
+    const std::string wrong = set.Check(shift, [&](const Pointers& pointers) {
+      std::visit(Call{run, pointers}, kernel);
+    });
+    EXPECT_EQ(wrong, "") << width << " x " << height;
+    return wrong.empty();
+  };
+  for (std::int32_t width = 0; width <= 70; ++width) {
+    if (!check(width, 5) || !check(width, -6)) return;
+  }
+  for (std::int32_t height : {-16, -9, -3, -2, -1, 0, 1, 2, 3, 4, 7, 16, 17}) {
+    for (std::int32_t width : {2, 33, 48, 70}) {
+      if (!check(width, height)) return;
     }
-    for (std::int32_t height : {-16, -9, -3, -2, -1, 0, 1, 2, 3, 4, 7, 16, 17}) {
-      for (std::int32_t width : {2, 33, 48, 70}) {
-        if (!check(width, height)) return;
+  }
+}
+
+std::vector<EntryForm> AllForms() {
+  std::vector<EntryForm> forms;
+  for (std::size_t row = 1; row < kKernelRows; ++row) {
+    for (const bool smoothed : {false, true}) {
+      const Entry entry = {row, smoothed};
+      for (const auto& [name, word] : {std::pair("Plain", kPlainWord), std::pair("Mmx", kMmxWord),
+                                       std::pair("Sse", kSseWord), std::pair("Sse2", kSse2Word)}) {
+        if (IsWritten(entry, word) && !HasItsOwnStatement(entry, word)) {
+          forms.push_back({name, word, entry});
+        }
       }
     }
   }
-};
-
-TEST_P(KernelTableEntry, PlainFormGivesTheStatedBytesAndTouchesNoOthers) {
-  Run(0);
-}
-TEST_P(KernelTableEntry, MmxFormGivesTheStatedBytesAndTouchesNoOthers) {
-  Run(kMmxWord);
-}
-TEST_P(KernelTableEntry, SseFormGivesTheStatedBytesAndTouchesNoOthers) {
-  if (!GetParam().smoothed && GetParam().row != 1) return;  // as under MMX, told by the passes
-  Run(kSseWord);
-}
-TEST_P(KernelTableEntry, Sse2FormGivesTheStatedBytesAndTouchesNoOthers) {
-  Run(kSse2Word);
+  return forms;
 }
 
-std::vector<Entry> AllEntries() {
-  std::vector<Entry> entries;
-  for (std::size_t row = 1; row < kKernelRows; ++row) {
-    entries.push_back({row, false});
-    entries.push_back({row, true});
-  }
-  return entries;
-}
-
-INSTANTIATE_TEST_SUITE_P(Of, KernelTableEntry, testing::ValuesIn(AllEntries()),
-                         [](const testing::TestParamInfo<Entry>& info) {
-                           return "Row" + std::to_string(info.param.row) +
-                                  (info.param.smoothed ? "Smoothed" : "Straight");
+INSTANTIATE_TEST_SUITE_P(Of, KernelTable, testing::ValuesIn(AllForms()),
+                         [](const testing::TestParamInfo<EntryForm>& info) {
+                           const Entry& entry = info.param.entry;
+                           return "Row" + std::to_string(entry.row) +
+                                  (entry.smoothed ? "Smoothed" : "Straight") + info.param.name;
                          });
 
 TEST(KernelTableRow0, EveryFormCopiesItsBytesAndNoOthers) {
   using Edge = GuardedMemory::Edge;
   Noise noise(3);
-  for (const std::uint32_t word : {0u, kMmxWord, kSseWord, kSse2Word}) {
+  for (const std::uint32_t word : {kPlainWord, kMmxWord, kSseWord, kSse2Word}) {
     const KernelRows rows = RowsFor(word);
     MemoryKernel* const* copy = std::get_if<MemoryKernel*>(&rows[0].straight);
     ASSERT_NE(copy, nullptr);

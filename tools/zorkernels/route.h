@@ -13,8 +13,7 @@
 
 namespace zorkernels {
 
-/// @return the rows that lead from one layout to another, the fewest there are: a single one
-/// wherever
+/// @return the rows that lead from one layout to another, the fewest there are: a single one where
 ///         the table has it.
 /// @throws Refusal if none lead there
 std::vector<std::size_t> FindRoute(Layout source, Layout target);
