@@ -11,15 +11,8 @@
 
 #include "blend_reference.h"
 #include "drivers/driver_cases.h"
-#include "platform/pixel_block.h"
 
 namespace zor::test {
-
-/// @return all bytes of a surface's block.
-inline Bytes WholeBlock(const HeldSurface& surface) {
-  std::uint8_t* pixels = PixelsOf(surface);
-  return {pixels, pixels + PixelBlockBytes(pixels)};
-}
 
 inline HeldSurface Noisy(std::int32_t width, std::int32_t height, std::int32_t format,
                          std::uint64_t seed) {

@@ -76,7 +76,7 @@ TEST(ConvertNow, EveryPairMakesANewBlockInBothRowOrders) {
     for (std::uint32_t word : kWords) {
       const WithFeatures features(word);
       for (std::uint32_t orientation : {0u, 1u}) {
-        const SurfaceDescription d = DescribeRows(kWidth, kHeight, pair.from, orientation);
+        const SurfaceDescription d = DescribeOriented(kWidth, kHeight, pair.from, orientation);
         const Bytes picture = Picture(d);
         const HeldSurface surface = MakePicture(d, picture);
         ASSERT_EQ(surface->ConvertNow(pair.to), VED_OK) << NameOf(pair);
@@ -106,7 +106,7 @@ TEST(ConvertNow, ANewBlockIsOwnedAndTheOldOneFreedOnlyIfItWas) {
     std::uint8_t* old = nullptr;
     const bool owned = (flags & 5) != 0;
     {
-      const SurfaceDescription d = DescribeRows(kWidth, kHeight, 1, 0);
+      const SurfaceDescription d = DescribeOriented(kWidth, kHeight, 1, 0);
       const HeldSurface surface = MakePicture(d, Picture(d));
       surface->GetPixels(&old);
       surface->SetStorageFlags(flags);
@@ -126,7 +126,7 @@ TEST(ConvertNow, EveryPairWritesIntoHostMemoryInBothRowOrdersAndLeavesTheSurface
       const WithFeatures features(word);
       for (std::uint32_t orientation : {0u, 1u}) {
         for (std::uint32_t wanted : {0u, 1u}) {
-          const SurfaceDescription d = DescribeRows(kWidth, kHeight, pair.from, orientation);
+          const SurfaceDescription d = DescribeOriented(kWidth, kHeight, pair.from, orientation);
           const Bytes picture = Picture(d);
           const HeldSurface surface = MakePicture(d, picture);
           const SurfaceDescription before = DescriptionOf(surface.get());
@@ -151,7 +151,7 @@ TEST(ConvertNow, EveryPairWritesIntoHostMemoryInBothRowOrdersAndLeavesTheSurface
 
 TEST(ConvertNow, RgbComesOutUprightInItsNewRowOrder) {
   // A bottom-up RGB32 picture whose top row is white becomes a top-down planar one, and back.
-  const SurfaceDescription d = DescribeRows(32, 8, 2, 0);
+  const SurfaceDescription d = DescribeOriented(32, 8, 2, 0);
   Bytes picture(PictureBytes(d), 0);
   std::fill(picture.end() - 2 * 128, picture.end(), std::uint8_t{255});  // top two rows
   const HeldSurface surface = MakePicture(d, picture);
@@ -163,7 +163,7 @@ TEST(ConvertNow, RgbComesOutUprightInItsNewRowOrder) {
 
 TEST(ConvertNow, ItsOwnFormatIsOkAndChangesNoPixel) {
   for (std::int32_t format : {1, 2, 4, 5}) {
-    const SurfaceDescription d = DescribeRows(16, 8, format, 1);
+    const SurfaceDescription d = DescribeOriented(16, 8, format, 1);
     const Bytes picture = Picture(d);
     const HeldSurface surface = MakePicture(d, picture);
     EXPECT_EQ(surface->ConvertNow(format), VED_OK);
@@ -179,7 +179,7 @@ TEST(ConvertNow, PairsOutsideOfTheMatrixAreUnsupportedAndChangeNothing) {
   for (const FormatPair& pair : kOthers) {
     // Odd sizes: the trimming belongs to valid pairs only.
     const bool planar = pair.from == 4;
-    const SurfaceDescription d = DescribeRows(planar ? 8 : 7, planar ? 8 : 5, pair.from, 1);
+    const SurfaceDescription d = DescribeOriented(planar ? 8 : 7, planar ? 8 : 5, pair.from, 1);
     const HeldSurface surface = MakeBlank(d);
     EXPECT_EQ(surface->ConvertNow(pair.to), VED_E_UNSUPPORTED) << NameOf(pair);
     EXPECT_EQ(DescriptionOf(surface.get()).width, d.width);
@@ -189,7 +189,7 @@ TEST(ConvertNow, PairsOutsideOfTheMatrixAreUnsupportedAndChangeNothing) {
 
 TEST(ConvertNow, OddRgbIsTrimmedToEvenSizesOnTheWayToPlanes) {
   for (std::int32_t format : {1, 2}) {
-    const HeldSurface surface = MakeBlank(DescribeRows(7, 5, format, 0));
+    const HeldSurface surface = MakeBlank(DescribeOriented(7, 5, format, 0));
     ASSERT_EQ(surface->ConvertNow(4), VED_OK);
     const SurfaceDescription after = DescriptionOf(surface.get());
     EXPECT_EQ(after.width, 6);
@@ -199,7 +199,7 @@ TEST(ConvertNow, OddRgbIsTrimmedToEvenSizesOnTheWayToPlanes) {
 }
 
 TEST(ConvertNow, OddRgbIsNotTrimmedOnTheWayToYuy2) {
-  const HeldSurface surface = MakeBlank(DescribeRows(7, 5, 1, 0));
+  const HeldSurface surface = MakeBlank(DescribeOriented(7, 5, 1, 0));
   ASSERT_EQ(surface->ConvertNow(5), VED_OK);
   EXPECT_EQ(DescriptionOf(surface.get()).width, 7);
   EXPECT_EQ(DescriptionOf(surface.get()).stride, 14);
@@ -208,10 +208,10 @@ TEST(ConvertNow, OddRgbIsNotTrimmedOnTheWayToYuy2) {
 TEST(ConvertNow, ColumnsThatTheTailOfYuy2LeavesAloneHoldNoOldMemory) {
   const WithFeatures features(kAllBits);
   for (std::int32_t format : {1, 2}) {
-    const HeldSurface surface = MakeBlank(DescribeRows(1004, 8, format, 0));
+    const HeldSurface surface = MakeBlank(DescribeOriented(1004, 8, format, 0));
     // Used memory of the size of the target's block is lying about.
     for (int i = 0; i < 4; ++i) {
-      const SurfaceDescription d = DescribeRows(1004, 8, 5, 1);
+      const SurfaceDescription d = DescribeOriented(1004, 8, 5, 1);
       MakePicture(d, Bytes(PictureBytes(d), 0xEE));
     }
     ASSERT_EQ(surface->ConvertNow(5), VED_OK);
@@ -223,7 +223,7 @@ TEST(ConvertNow, ColumnsThatTheTailOfYuy2LeavesAloneHoldNoOldMemory) {
 }
 
 TEST(ConvertNow, PlanarOfWidthSixBecomesRgb24OfStrideTwenty) {
-  const HeldSurface surface = MakeBlank(DescribeRows(6, 4, 4, 1));
+  const HeldSurface surface = MakeBlank(DescribeOriented(6, 4, 4, 1));
   ASSERT_EQ(surface->ConvertNow(1), VED_OK);
   EXPECT_EQ(DescriptionOf(surface.get()).stride, 20);
 }
@@ -231,7 +231,7 @@ TEST(ConvertNow, PlanarOfWidthSixBecomesRgb24OfStrideTwenty) {
 TEST(ConvertNow, ExchangingThePlanesTwiceGivesTheSameBytesAndKeepsFormatFour) {
   for (std::uint32_t word : kWords) {
     const WithFeatures features(word);
-    const SurfaceDescription d = DescribeRows(48, 10, 4, 1);
+    const SurfaceDescription d = DescribeOriented(48, 10, 4, 1);
     const Bytes picture = Picture(d);
     const HeldSurface surface = MakePicture(d, picture);
     ASSERT_EQ(surface->ConvertNow(6), VED_OK);
@@ -246,7 +246,7 @@ TEST(ConvertNow, ExchangingThePlanesTwiceGivesTheSameBytesAndKeepsFormatFour) {
 }
 
 TEST(ConvertNow, ExchangingIntoHostMemoryWritesTheSecondPlaneFirst) {
-  const SurfaceDescription d = DescribeRows(48, 10, 4, 1);
+  const SurfaceDescription d = DescribeOriented(48, 10, 4, 1);
   const Bytes picture = Picture(d);
   const HeldSurface surface = MakePicture(d, picture);
   surface->QueueConvert(6);
@@ -260,7 +260,7 @@ TEST(ConvertNow, ExchangingIntoHostMemoryWritesTheSecondPlaneFirst) {
 
 TEST(MaskFromAlpha, EveryTargetOfRgb32KeepsTheTurnedComplementOfAlpha) {
   for (std::int32_t format : {1, 4, 5}) {
-    const SurfaceDescription d = DescribeRows(24, 6, 2, 0);
+    const SurfaceDescription d = DescribeOriented(24, 6, 2, 0);
     const Bytes picture = Picture(d);
     const HeldSurface surface = MakePicture(d, picture);
     ASSERT_EQ(surface->ConvertNow(format), VED_OK);
@@ -282,8 +282,8 @@ TEST(MaskFromAlpha, EveryTargetOfRgb32KeepsTheTurnedComplementOfAlpha) {
 }
 
 TEST(MaskFromAlpha, AMaskThatIsThereStays) {
-  const HeldSurface surface = MakeBlank(DescribeRows(8, 8, 2, 0));
-  const HeldSurface own = MakeBlank(DescribeRows(8, 8, 3, 1));
+  const HeldSurface surface = MakeBlank(DescribeOriented(8, 8, 2, 0));
+  const HeldSurface own = MakeBlank(DescribeOriented(8, 8, 3, 1));
   surface->SetMask(own.get());
   ASSERT_EQ(surface->ConvertNow(4), VED_OK);
   HeldSurface mask;
@@ -292,14 +292,14 @@ TEST(MaskFromAlpha, AMaskThatIsThereStays) {
 }
 
 TEST(MaskFromAlpha, DirectOutputAndOtherSourcesMakeNone) {
-  const HeldSurface direct = MakeBlank(DescribeRows(8, 8, 2, 0));
+  const HeldSurface direct = MakeBlank(DescribeOriented(8, 8, 2, 0));
   direct->QueueConvert(1);
   Bytes memory(24 * 8);
   ASSERT_EQ(direct->ReadPixels(memory.data(), 24, 0), VED_OK);
   HeldSurface mask;
   direct->GetMask(mask.Reset());
   EXPECT_FALSE(mask);
-  const HeldSurface packed = MakeBlank(DescribeRows(8, 8, 1, 0));
+  const HeldSurface packed = MakeBlank(DescribeOriented(8, 8, 1, 0));
   ASSERT_EQ(packed->ConvertNow(2), VED_OK);
   packed->GetMask(mask.Reset());
   EXPECT_FALSE(mask);
@@ -307,7 +307,7 @@ TEST(MaskFromAlpha, DirectOutputAndOtherSourcesMakeNone) {
 
 TEST(MaskFromAlpha, WithoutMemoryForItTheConversionGoesOn) {
   // The first request of a conversion is the target's block, the next ones make the mask.
-  const SurfaceDescription d = DescribeRows(8, 8, 2, 0);
+  const SurfaceDescription d = DescribeOriented(8, 8, 2, 0);
   for (std::uint64_t refused = 2; refused <= 3; ++refused) {
     const HeldSurface surface = MakePicture(d, Picture(d));
     RefuseAllocation(refused);
@@ -324,7 +324,7 @@ TEST(MaskFromAlpha, WithoutMemoryForItTheConversionGoesOn) {
 TEST(ConvertNow, WithoutMemoryForTheTargetNothingChanges) {
   for (const FormatPair& pair : kPairs) {
     if (pair.to == 6) continue;
-    const SurfaceDescription d = DescribeRows(16, 8, pair.from, 1);
+    const SurfaceDescription d = DescribeOriented(16, 8, pair.from, 1);
     const Bytes picture = Picture(d);
     const HeldSurface surface = MakePicture(d, picture);
     RefuseAllocation(1);
@@ -337,7 +337,7 @@ TEST(ConvertNow, WithoutMemoryForTheTargetNothingChanges) {
 }
 
 TEST(PackedQueue, AResizeGoesThroughPlanesAndBackToYuy2) {
-  const SurfaceDescription d = DescribeRows(32, 16, 5, 1);
+  const SurfaceDescription d = DescribeOriented(32, 16, 5, 1);
   const HeldSurface surface = MakePicture(d, Picture(d));
   ASSERT_EQ(surface->QueueResize(16, 8, 0, 1), VED_OK);
   ASSERT_EQ(surface->Flush(), VED_OK);
@@ -349,7 +349,7 @@ TEST(PackedQueue, AResizeGoesThroughPlanesAndBackToYuy2) {
 }
 
 TEST(PackedQueue, DirectOutputOfAResizeGivesThePackedPictureAtItsOldSize) {
-  const SurfaceDescription d = DescribeRows(32, 16, 5, 1);
+  const SurfaceDescription d = DescribeOriented(32, 16, 5, 1);
   const Bytes picture = Picture(d);
   const HeldSurface surface = MakePicture(d, picture);
   ASSERT_EQ(surface->QueueResize(16, 8, 0, 1), VED_OK);

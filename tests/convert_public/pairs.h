@@ -19,8 +19,6 @@
 
 namespace zor::test {
 
-using Bytes = std::vector<std::uint8_t>;
-
 struct FormatPair {
   std::int32_t from;
   std::int32_t to;
@@ -51,17 +49,8 @@ inline Bytes Picture(const SurfaceDescription& d) {
 /// A surface of any format and row order whose whole block is as given.
 inline HeldSurface MakePicture(const SurfaceDescription& d, const Bytes& bytes) {
   HeldSurface surface = MakeBlank(d);
-  std::uint8_t* pixels = nullptr;
-  surface->GetPixels(&pixels);
-  std::memcpy(pixels, bytes.data(), bytes.size());
+  std::memcpy(PixelsOf(surface), bytes.data(), bytes.size());
   return surface;
-}
-
-inline SurfaceDescription DescribeRows(std::int32_t width, std::int32_t height, std::int32_t format,
-                                       std::uint32_t orientation) {
-  SurfaceDescription d = Describe(width, height, format);
-  d.Orientation = orientation;
-  return d;
 }
 
 }  // namespace zor::test

@@ -8,7 +8,7 @@ namespace {
 
 /// What a picture is after a conversion, and after the way back, as one checksum.
 std::uint64_t ThereAndBack(const FormatPair& pair) {
-  const SurfaceDescription d = DescribeRows(108, 60, pair.from, pair.from <= 2 ? 0 : 1);
+  const SurfaceDescription d = DescribeOriented(108, 60, pair.from, pair.from <= 2 ? 0 : 1);
   const HeldSurface surface = MakePicture(d, Picture(d));
   std::uint64_t hash = 0xCBF29CE484222325ull;
   // From planes to exchanged planes the way back is the same once more.

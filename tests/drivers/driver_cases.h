@@ -8,10 +8,9 @@
 #include <zorsurface/zorsurface.h>
 
 #include <cstring>
-#include <memory>
 #include <ostream>
-#include <vector>
 
+#include "platform/pixel_block.h"
 #include "support/guarded_memory.h"
 #include "support/surfaces.h"
 #include "support/with_features.h"
@@ -26,34 +25,16 @@ inline std::ostream& operator<<(std::ostream& out, const RECT& r) {
 
 namespace zor::test {
 
-using Bytes = std::vector<std::uint8_t>;
+/// Every format that a surface can have.
+inline constexpr std::int32_t kFormats[] = {FORMAT_RGB24, FORMAT_RGB32, FORMAT_GRAY8, FORMAT_YUV420,
+                                            FORMAT_YUY2};
 
-inline SurfaceDescription DescribeOriented(std::int32_t width, std::int32_t height,
-                                           std::int32_t format, std::uint32_t orientation) {
-  SurfaceDescription d = Describe(width, height, format);
-  d.Orientation = orientation;
-  return d;
-}
-
-/// @return the address of the surface's pixels.
-inline std::uint8_t* PixelsOf(const HeldSurface& surface) {
-  std::uint8_t* pixels = nullptr;
-  surface->GetPixels(&pixels);
-  return pixels;
-}
-
-/// @return a surface of any size and format, with all bytes of its picture set to @p value.
-inline HeldSurface MakeEven(const SurfaceDescription& d, std::uint8_t value) {
-  HeldSurface surface = MakeBlank(d);
-  std::memset(PixelsOf(surface), value, PictureBytes(d));
-  return surface;
-}
-
-/// @return a surface of any size and format, with noise for pixels.
-inline HeldSurface MakeNoisy(const SurfaceDescription& d, std::uint64_t seed) {
-  HeldSurface surface = MakeBlank(d);
-  Noise(seed).Fill(PixelsOf(surface), PictureBytes(d));
-  return surface;
+/// A surface whose `DirtyRect` is small, so that a change shows.
+inline HeldSurface MakeTarget(std::int32_t width, std::int32_t height, std::int32_t format,
+                              std::uint32_t orientation = 1, std::uint8_t value = 0x55) {
+  SurfaceDescription d = DescribeOriented(width, height, format, orientation);
+  d.DirtyRect = {2, 2, 4, 4};
+  return MakeEven(d, value);
 }
 
 /// @return a surface of which the builder would make none: without pixels, or with
@@ -64,6 +45,23 @@ inline HeldSurface MakeRaw(const SurfaceDescription& d, std::int32_t bytes) {
   surface->SetStorageFlags(1);
   if (bytes > 0) surface->AllocatePixels(bytes);
   return HeldSurface(surface);
+}
+
+/// @return the bytes of a surface's picture, planes included.
+inline Bytes PictureOf(const HeldSurface& surface) {
+  return BlockOf(surface.get(), PictureBytes(DescriptionOf(surface.get())));
+}
+
+/// @return all bytes of a surface's block.
+inline Bytes WholeBlock(const HeldSurface& surface) {
+  std::uint8_t* pixels = PixelsOf(surface);
+  return {pixels, pixels + PixelBlockBytes(pixels)};
+}
+
+inline bool HasAspect(const HeldSurface& surface) {
+  std::int32_t width = 0, height = 0;
+  surface->GetAspectRatio(&width, &height);
+  return width != 0 || height != 0;
 }
 
 inline RECT DirtyRectOf(const HeldSurface& surface) {

@@ -25,11 +25,6 @@ class Rotate : public testing::Test {
   }
 };
 
-Bytes WholeBlock(const HeldSurface& surface) {
-  std::uint8_t* pixels = PixelsOf(surface);
-  return {pixels, pixels + PixelBlockBytes(pixels)};
-}
-
 /// One plane, or one packed picture.
 struct Plane {
   std::uint8_t* bytes;

@@ -3,7 +3,10 @@
 
 #include "support/surfaces.h"
 
+#include <cstring>
 #include <stdexcept>
+
+#include "support/guarded_memory.h"
 
 namespace zor::test {
 namespace {
@@ -42,6 +45,13 @@ SurfaceDescription Describe(std::int32_t width, std::int32_t height, std::int32_
   return description;
 }
 
+SurfaceDescription DescribeOriented(std::int32_t width, std::int32_t height, std::int32_t format,
+                                    std::uint32_t orientation) {
+  SurfaceDescription description = Describe(width, height, format);
+  description.Orientation = orientation;
+  return description;
+}
+
 std::size_t PictureBytes(const SurfaceDescription& description) {
   const auto plane =
       static_cast<std::size_t>(description.stride) * static_cast<std::size_t>(description.height);
@@ -49,8 +59,7 @@ std::size_t PictureBytes(const SurfaceDescription& description) {
   return planar ? plane * 3 / 2 : plane;
 }
 
-HeldSurface MakeSurface(const SurfaceDescription& description,
-                        const std::vector<std::uint8_t>& bytes) {
+HeldSurface MakeSurface(const SurfaceDescription& description, const Bytes& bytes) {
   VectorSource source(bytes);
   HeldSurface surface;
   Require(MakeBuilder()->CreateFromMemory(&description, &source, surface.Reset()), "no surface");
@@ -64,13 +73,31 @@ HeldSurface MakeBlank(const SurfaceDescription& description) {
   return surface;
 }
 
+HeldSurface MakeEven(const SurfaceDescription& description, std::uint8_t value) {
+  HeldSurface surface = MakeBlank(description);
+  std::memset(PixelsOf(surface), value, PictureBytes(description));
+  return surface;
+}
+
+HeldSurface MakeNoisy(const SurfaceDescription& description, std::uint64_t seed) {
+  HeldSurface surface = MakeBlank(description);
+  Noise(seed).Fill(PixelsOf(surface), PictureBytes(description));
+  return surface;
+}
+
 SurfaceDescription DescriptionOf(IZorSurface* surface) {
   SurfaceDescription description = {};
   Require(surface->GetDescription(&description), "no description");
   return description;
 }
 
-std::vector<std::uint8_t> BlockOf(IZorSurface* surface, std::size_t bytes) {
+std::uint8_t* PixelsOf(const HeldSurface& surface) {
+  std::uint8_t* pixels = nullptr;
+  Require(surface->GetPixels(&pixels), "no pixels");
+  return pixels;
+}
+
+Bytes BlockOf(IZorSurface* surface, std::size_t bytes) {
   std::uint8_t* pixels = nullptr;
   Require(surface->GetPixels(&pixels), "no pixels");
   return {pixels, pixels + bytes};

@@ -7,11 +7,21 @@
 
 #include <zorsurface/zorsurface.h>
 
+#include <concepts>
+#include <cstddef>
 #include <cstdint>
 #include <utility>
 #include <vector>
 
 namespace zor::test {
+
+using Bytes = std::vector<std::uint8_t>;
+
+/// @return @p count of the bytes from @p start on.
+Bytes Part(const Bytes& bytes, std::integral auto start, std::integral auto count) {
+  const auto first = bytes.begin() + static_cast<std::ptrdiff_t>(start);
+  return {first, first + static_cast<std::ptrdiff_t>(count)};
+}
 
 /// Owns one reference of an interface.
 template <class Interface>
@@ -49,13 +59,17 @@ HeldBuilder MakeBuilder();
 /// @return the description of a new picture in its natural stride, `Orientation` 1.
 SurfaceDescription Describe(std::int32_t width, std::int32_t height, std::int32_t format);
 
+/// @return the same with the row order given.
+SurfaceDescription DescribeOriented(std::int32_t width, std::int32_t height, std::int32_t format,
+                                    std::uint32_t orientation);
+
 /// @return the bytes of a picture of this description; planes included.
 std::size_t PictureBytes(const SurfaceDescription& description);
 
 /// Lends a vector of bytes, or nothing. Counts the calls of its slots.
 class VectorSource final : public IZorMemorySource {
  public:
-  explicit VectorSource(std::vector<std::uint8_t> bytes) : bytes_(std::move(bytes)) {}
+  explicit VectorSource(Bytes bytes) : bytes_(std::move(bytes)) {}
 
   std::uint32_t AddRef() override { return ++otherCalls; }
   std::uint32_t Release() override { return ++otherCalls; }
@@ -72,20 +86,28 @@ class VectorSource final : public IZorMemorySource {
   std::uint32_t otherCalls = 0;
 
  private:
-  std::vector<std::uint8_t> bytes_;
+  Bytes bytes_;
 };
 
 /// @return a surface copied from @p bytes by `CreateFromMemory`.
-HeldSurface MakeSurface(const SurfaceDescription& description,
-                        const std::vector<std::uint8_t>& bytes);
+HeldSurface MakeSurface(const SurfaceDescription& description, const Bytes& bytes);
 
 /// @return a blank surface.
 HeldSurface MakeBlank(const SurfaceDescription& description);
 
+/// @return a surface of any size and format, with all bytes of its picture set to @p value.
+HeldSurface MakeEven(const SurfaceDescription& description, std::uint8_t value);
+
+/// @return a surface of any size and format, with noise for pixels.
+HeldSurface MakeNoisy(const SurfaceDescription& description, std::uint64_t seed);
+
 SurfaceDescription DescriptionOf(IZorSurface* surface);
 
+/// @return the address of the surface's pixels.
+std::uint8_t* PixelsOf(const HeldSurface& surface);
+
 /// @return the first @p bytes bytes of the surface's block.
-std::vector<std::uint8_t> BlockOf(IZorSurface* surface, std::size_t bytes);
+Bytes BlockOf(IZorSurface* surface, std::size_t bytes);
 
 /// @return the reference count, unchanged.
 std::uint32_t CountOf(VideoEdit::IVedUnknown* object);

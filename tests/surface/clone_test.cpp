@@ -6,30 +6,14 @@
 #include <cstring>
 
 #include "platform/memory.h"
-#include "support/guarded_memory.h"
 #include "support/probe_surface.h"
 #include "support/surfaces.h"
 
+namespace zor::test {
 namespace {
 
-using zor::LiveAllocations;
-using zor::test::BlockOf;
-using zor::test::CountOf;
-using zor::test::Describe;
-using zor::test::DescriptionOf;
-using zor::test::HeldSurface;
-using zor::test::MakeBlank;
-using zor::test::Noise;
-using zor::test::PictureBytes;
-using zor::test::ProbeSurface;
-using Bytes = std::vector<std::uint8_t>;
-
 HeldSurface Noisy(const SurfaceDescription& description) {
-  HeldSurface surface = MakeBlank(description);
-  std::uint8_t* pixels = nullptr;
-  surface->GetPixels(&pixels);
-  Noise(31).Fill(pixels, PictureBytes(description));
-  return surface;
+  return MakeNoisy(description, 31);
 }
 
 HeldSurface CloneOf(IZorSurface* surface) {
@@ -76,9 +60,7 @@ TEST(Clone, HasPixelsOfItsOwn) {
   const HeldSurface surface = Noisy(Describe(8, 8, FORMAT_RGB32));
   const Bytes before = BlockOf(surface.get(), 256);
   const HeldSurface clone = CloneOf(surface.get());
-  std::uint8_t* pixels = nullptr;
-  clone->GetPixels(&pixels);
-  std::memset(pixels, 0, 256);
+  std::memset(PixelsOf(clone), 0, 256);
   EXPECT_EQ(BlockOf(surface.get(), 256), before);
 }
 
@@ -129,9 +111,7 @@ TEST(Clone, OfASurfaceWithAMaskHasAMaskOfItsOwn) {
   EXPECT_EQ(CountOf(cloned.get()), 2u);
   EXPECT_EQ(CountOf(mask.get()), 2u);
   EXPECT_EQ(BlockOf(cloned.get(), 64), BlockOf(mask.get(), 64));
-  std::uint8_t* pixels = nullptr;
-  cloned->GetPixels(&pixels);
-  pixels[0] ^= 0xFF;
+  PixelsOf(cloned)[0] ^= 0xFF;
   EXPECT_NE(BlockOf(cloned.get(), 64), BlockOf(mask.get(), 64));
 }
 
@@ -213,20 +193,21 @@ TEST(Clone, EveryRefusedAllocationIsOutOfMemoryAndLeavesNothing) {
   const HeldSurface mask = Noisy(Describe(8, 8, FORMAT_GRAY8));
   surface->SetMask(mask.get());
   const std::int64_t before = LiveAllocations();
-  zor::RefuseAllocation(0);
+  RefuseAllocation(0);
   CloneOf(surface.get());
   // Builder, object and block, for the surface and for its mask.
-  const std::uint64_t requests = zor::CountAllocations();
+  const std::uint64_t requests = CountAllocations();
   EXPECT_EQ(requests, 6u);
   EXPECT_EQ(LiveAllocations(), before);
   for (std::uint64_t k = 1; k <= requests; ++k) {
     IZorSurface* out = nullptr;
-    zor::RefuseAllocation(k);
+    RefuseAllocation(k);
     EXPECT_EQ(surface->Clone(&out), VED_E_OUTOFMEMORY) << k;
-    zor::RefuseAllocation(0);
+    RefuseAllocation(0);
     EXPECT_EQ(out, nullptr);
     EXPECT_EQ(LiveAllocations(), before) << k;
   }
 }
 
 }  // namespace
+}  // namespace zor::test

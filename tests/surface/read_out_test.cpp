@@ -26,6 +26,7 @@ using zor::test::MakeBlank;
 using zor::test::MakeSurface;
 using zor::test::Noise;
 using zor::test::PictureBytes;
+using zor::test::PixelsOf;
 using zor::test::WithFeatures;
 using Bytes = std::vector<std::uint8_t>;
 
@@ -70,8 +71,6 @@ class Expected {
 /// A surface whose whole block, padding and planes, is noise.
 HeldSurface Noisy(const SurfaceDescription& description, Bytes& block) {
   HeldSurface surface = MakeBlank(description);
-  std::uint8_t* pixels = nullptr;
-  surface->GetPixels(&pixels);
   // The planes of odd strides and heights reach a few bytes beyond stride x height x 3 / 2.
   const auto luma = static_cast<std::size_t>(description.stride * description.height);
   const auto chroma =
@@ -79,7 +78,7 @@ HeldSurface Noisy(const SurfaceDescription& description, Bytes& block) {
   block = Noise(21).Bytes(description.format == FORMAT_YUV420
                               ? std::max(luma + luma / 4 + chroma, luma * 3 / 2)
                               : luma);
-  std::memcpy(pixels, block.data(), block.size());
+  std::memcpy(PixelsOf(surface), block.data(), block.size());
   return surface;
 }
 
