@@ -3,14 +3,14 @@
 
 /// The compositor's blends beside their nearest rivals, a copy of as many bytes, and a loop that
 /// only reads the child and reads and writes the target. libyuv weighs chroma by the mean of four
-/// mask samples and rounds; pixman blends bytes as x8r8g8b8 under a mask of four components. Compare
-/// rows of one run only, best with
+/// mask samples and rounds; pixman blends bytes as x8r8g8b8 under a mask of four components.
+/// Compare rows of one run only, best with
 ///     --benchmark_enable_random_interleaving=true --benchmark_repetitions=9
 
 #include <cstdio>
 #include <cstring>
 
-#include "bench/scale_bench.h"
+#include "bench/contest.h"
 #include "compositor/blend.h"
 #include "convert/feature_word.h"
 
@@ -58,7 +58,7 @@ struct Case {
   std::size_t PictureBytes() const { return Packed() ? Luma() : Luma() * 3 / 2; }
   /// A planar blend's mask has the child's stride, a packed one's its width.
   std::size_t MaskBytes() const {
-    return !Masked() ? 0
+    return !Masked()  ? 0
            : Packed() ? static_cast<std::size_t>(width) * static_cast<std::size_t>(height)
                       : Luma();
   }
@@ -91,8 +91,8 @@ Work Ours(const Case& c) {
                                &rect, true);
         break;
       case Kind::kMaskPacked:
-        zor::BlendYuy2Masked(to, from, mask, width, targetHeight, width, height, targetStride, stride,
-                             &dest, &rect, true);
+        zor::BlendYuy2Masked(to, from, mask, width, targetHeight, width, height, targetStride,
+                             stride, &dest, &rect, true);
         break;
       case Kind::kOpacityPlanar:
         zor::BlendYuv420Keyed({to, targetStride, targetHeight}, {from, stride, height}, dest, rect,
@@ -184,6 +184,10 @@ Work LibYuv(const Case& c) {
   }
   return nullptr;
 }
+#else
+Work LibYuv(const Case&) {
+  return nullptr;
+}
 #endif
 
 #ifdef ZOR_BENCH_PIXMAN_1
@@ -220,22 +224,19 @@ Work Pixman(const Case& c) {
     }
   };
 }
+#else
+Work Pixman(const Case&) {
+  return nullptr;
+}
 #endif
 
 void RegisterCase(const Case& c, std::size_t spread) {
-  const auto add = [&](const char* contestant, const Work& work) {
-    zor::bench::Register(c.Name() + (spread == 0 ? " hot/" : " cold/") + contestant, work,
-                         c.SourceBytes(), c.TargetBytes(), spread);
-  };
-  add("zor", Ours(c));
-  add("copy", Copy(c));
-  add("shape", Shape(c));
-#ifdef ZOR_BENCH_LIBYUV
-  add("libyuv", LibYuv(c));
-#endif
-#ifdef ZOR_BENCH_PIXMAN_1
-  add("pixman", Pixman(c));
-#endif
+  zor::bench::RegisterContest(c.Name(), c.SourceBytes(), c.TargetBytes(), spread,
+                              {{"zor", Ours(c)},
+                               {"copy", Copy(c)},
+                               {"shape", Shape(c)},
+                               {"libyuv", LibYuv(c)},
+                               {"pixman", Pixman(c)}});
 }
 
 void RegisterAll() {
@@ -246,8 +247,8 @@ void RegisterAll() {
   for (const Kind kind : {Kind::kMaskPlanar, Kind::kMaskPacked, Kind::kOpacityPlanar}) {
     for (const Size& size : kSizes) {
       const Case c{kind, size.width, size.height};
-      RegisterCase(c, 0);
-      if (size.width == 1920) RegisterCase(c, std::size_t{384} << 20);
+      RegisterCase(c, zor::bench::kHot);
+      if (size.width == 1920) RegisterCase(c, zor::bench::kCold);
     }
   }
 }
@@ -256,8 +257,5 @@ void RegisterAll() {
 
 int main(int argc, char** argv) {
   RegisterAll();
-  benchmark::Initialize(&argc, argv);
-  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-  benchmark::RunSpecifiedBenchmarks();
-  return 0;
+  return zor::bench::Run(argc, argv);
 }

@@ -7,16 +7,13 @@
 /// best with
 ///     --benchmark_enable_random_interleaving=true --benchmark_repetitions=9
 
-#include <benchmark/benchmark.h>
-
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <functional>
-#include <memory>
 #include <string>
-#include <vector>
 
+#include "bench/contest.h"
 #include "convert/feature_word.h"
 #include "convert/wrappers.h"
 
@@ -133,11 +130,7 @@ std::uint8_t* Arena() {
   constexpr std::size_t kBytes = std::size_t{400} << 20;
   static std::uint8_t* const arena = [] {
     auto* bytes = static_cast<std::uint8_t*>(std::aligned_alloc(4096, kBytes));
-    std::uint32_t state = 1;
-    for (std::size_t i = 0; i < kBytes; ++i) {
-      state = state * 1664525 + 1013904223;
-      bytes[i] = static_cast<std::uint8_t>((i >> 3) + (state >> 27));
-    }
+    zor::bench::Paint(bytes, kBytes);
     return bytes;
   }();
   return arena;
@@ -153,7 +146,7 @@ void Run(benchmark::State& state, const Setting& setting, const Conversion& conv
   const auto pixels = static_cast<std::size_t>(setting.frame.w * setting.frame.h);
   const std::size_t source = Lines(pixels * static_cast<std::size_t>(conversion.sourceBits) / 8);
   const std::size_t target = Lines(pixels * static_cast<std::size_t>(conversion.targetBits) / 8);
-  const std::size_t turns = setting.cold ? (std::size_t{384} << 20) / (source + target) : 1;
+  const std::size_t turns = setting.cold ? zor::bench::kCold / (source + target) : 1;
   std::size_t turn = 0;
   for (auto _ : state) {
     std::uint8_t* at = Arena() + 4096 + turn * (source + target);
@@ -204,7 +197,5 @@ int main(int argc, char** argv) {
       add("copy", CopyOf(conversion), zor::VectorLevel::kSse2);
     }
   }
-  benchmark::Initialize(&argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  return 0;
+  return zor::bench::Run(argc, argv);
 }

@@ -28,7 +28,8 @@ constexpr Size kFull{1920, 1080};
 Bytes Frame(Size size) {
   Bytes bytes(static_cast<std::size_t>(size.width) * size.height * 3 / 2);
   std::uint32_t word = 1;
-  for (std::uint8_t& byte : bytes) byte = static_cast<std::uint8_t>((word = word * 1664525 + 1013904223) >> 24);
+  for (std::uint8_t& byte : bytes)
+    byte = static_cast<std::uint8_t>((word = word * 1664525 + 1013904223) >> 24);
   return bytes;
 }
 
@@ -53,28 +54,28 @@ void Road(benchmark::State& state, Size to, std::int32_t format, std::int32_t fi
     surface->ReadPixels(out.data(), stride, 1);
     benchmark::DoNotOptimize(out.data());
   }
-  state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(frame.size() + out.size()));
+  state.SetBytesProcessed(state.iterations() *
+                          static_cast<std::int64_t>(frame.size() + out.size()));
 }
 
-/// The floor: a copy that reads and writes half of the bytes each.
-void Floor(benchmark::State& state, std::size_t bytes) {
+/// Reads and writes half of the bytes each.
+template <class Copy>
+void CopyHalf(benchmark::State& state, std::size_t bytes, Copy copy) {
   Bytes from(bytes / 2, 1), to(bytes / 2);
   for (auto _ : state) {
-    std::memcpy(to.data(), from.data(), to.size());
+    copy(to.data(), from.data(), to.size());
     benchmark::DoNotOptimize(to.data());
     benchmark::ClobberMemory();
   }
   state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(bytes));
+}
+
+void Floor(benchmark::State& state, std::size_t bytes) {
+  CopyHalf(state, bytes, std::memcpy);
 }
 
 void FastCopy(benchmark::State& state, std::size_t bytes) {
-  Bytes from(bytes / 2, 1), to(bytes / 2);
-  for (auto _ : state) {
-    zor::FastMemCopy(to.data(), from.data(), to.size());
-    benchmark::DoNotOptimize(to.data());
-    benchmark::ClobberMemory();
-  }
-  state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(bytes));
+  CopyHalf(state, bytes, zor::FastMemCopy);
 }
 
 void Swap(benchmark::State& state) {

@@ -8,9 +8,8 @@
 
 #include <cmath>
 #include <cstdio>
-#include <cstring>
 
-#include "bench/scale_bench.h"
+#include "bench/contest.h"
 #include "ipl/iplwarp.h"
 #include "ipl/ownrect.h"
 #include "surface/rotate_planes.h"
@@ -24,6 +23,8 @@
 
 namespace {
 
+using zor::bench::kCold;
+using zor::bench::kHot;
 using zor::bench::Work;
 
 constexpr int kPlanar = 0;  // in the place of bytes a pixel
@@ -106,11 +107,6 @@ Work Ours(const Case& c) {
   };
 }
 
-Work Copy(const Case& c) {
-  const std::size_t bytes = c.Bytes();
-  return [=](std::uint8_t* target, std::uint8_t* source) { std::memcpy(target, source, bytes); };
-}
-
 #ifdef ZOR_BENCH_LIBYUV
 /// The turned rectangle as spans, from the engine itself, so that only rows are compared.
 struct Spans {
@@ -160,7 +156,6 @@ Work LibYuv(const Case& c) {
   const int clockwise = c.bytes == kPlanar ? c.degrees : 360 - c.degrees;
   const auto mode = static_cast<libyuv::RotationMode>(clockwise);
   const int w = c.NewWidth();
-  const int h = c.NewHeight();
   if (c.bytes == 4) {
     return [=](std::uint8_t* target, std::uint8_t* source) {
       libyuv::ARGBRotate(source, 4 * c.width, target, 4 * w, c.width, c.height, mode);
@@ -177,8 +172,11 @@ Work LibYuv(const Case& c) {
     libyuv::I420Rotate(source, c.width, source + luma, c.width / 2, source + luma + luma / 4,
                        c.width / 2, target, w, target + luma, w / 2, target + luma + luma / 4,
                        w / 2, c.width, c.height, mode);
-    static_cast<void>(h);
   };
+}
+#else
+Work LibYuv(const Case&) {
+  return nullptr;
 }
 #endif
 
@@ -213,32 +211,28 @@ Work Pixman(const Case& c) {
     pixman_image_unref(out);
   };
 }
+#else
+Work Pixman(const Case&) {
+  return nullptr;
+}
 #endif
 
 void RegisterCase(const Case& c, std::size_t spread) {
-  const auto add = [&](const char* contestant, const Work& work) {
-    zor::bench::Register(c.Name() + (spread == 0 ? " hot/" : " cold/") + contestant, work,
-                         c.Bytes(), c.Bytes(), spread);
-  };
-  add("zor", Ours(c));
-  add("copy", Copy(c));
-#ifdef ZOR_BENCH_LIBYUV
-  add("libyuv", LibYuv(c));
-#endif
-#ifdef ZOR_BENCH_PIXMAN_1
-  add("pixman", Pixman(c));
-#endif
+  zor::bench::RegisterContest(c.Name(), c.Bytes(), c.Bytes(), spread,
+                              {{"zor", Ours(c)},
+                               {"copy", zor::bench::CopyOf(c.Bytes())},
+                               {"libyuv", LibYuv(c)},
+                               {"pixman", Pixman(c)}});
 }
 
 void RegisterAll() {
-  constexpr std::size_t kCold = std::size_t{384} << 20;
   for (const int bytes : {4, 3, 1, kPlanar}) {
     for (const int degrees : {90, 180, 270, 7, 30, 91}) {
       if (bytes == kPlanar && degrees % 90 != 0) continue;
       const Case c{bytes, 1920, 1080, degrees};
-      RegisterCase(c, 0);
+      RegisterCase(c, kHot);
       RegisterCase(c, kCold);
-      RegisterCase({bytes, 3840, 2160, degrees}, 0);
+      RegisterCase({bytes, 3840, 2160, degrees}, kHot);
     }
   }
 }
@@ -247,8 +241,5 @@ void RegisterAll() {
 
 int main(int argc, char** argv) {
   RegisterAll();
-  benchmark::Initialize(&argc, argv);
-  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-  benchmark::RunSpecifiedBenchmarks();
-  return 0;
+  return zor::bench::Run(argc, argv);
 }

@@ -5,9 +5,7 @@
 /// Compare rows of one run only, best with
 ///     --benchmark_enable_random_interleaving=true --benchmark_repetitions=9
 
-#include <cstring>
-
-#include "bench/scale_bench.h"
+#include "bench/contest.h"
 #include "convert/feature_word.h"
 #include "scale/stretch.h"
 
@@ -86,13 +84,9 @@ Work Ours(const Case& c) {
   };
 }
 
-Work Copy(const Case& c) {
-  const std::size_t bytes = (c.Bytes(c.sw, c.sh) + c.Bytes(c.dw, c.dh)) / 2;
-  return [=](std::uint8_t* target, std::uint8_t* source) { std::memcpy(target, source, bytes); };
-}
-
 #ifdef ZOR_BENCH_LIBYUV
 Work LibYuv(const Case& c) {
+  if (c.layout == Layout::kPacked) return nullptr;
   static constexpr libyuv::FilterMode kFilters[] = {libyuv::kFilterNone, libyuv::kFilterBilinear,
                                                     libyuv::kFilterBox};
   const libyuv::FilterMode filter = kFilters[static_cast<int>(c.method)];
@@ -108,10 +102,15 @@ Work LibYuv(const Case& c) {
     }
   };
 }
+#else
+Work LibYuv(const Case&) {
+  return nullptr;
+}
 #endif
 
 #ifdef ZOR_BENCH_ZIMG
 Work Zimg(const Case& c) {
+  if (c.layout == Layout::kPacked || c.method == Method::kArea) return nullptr;
   static constexpr zimg_resample_filter_e kFilters[] = {ZIMG_RESIZE_POINT, ZIMG_RESIZE_BILINEAR,
                                                         ZIMG_RESIZE_BILINEAR};
   const auto format = [&](int w, int h) {
@@ -153,6 +152,10 @@ Work Zimg(const Case& c) {
                               nullptr);
   };
 }
+#else
+Work Zimg(const Case&) {
+  return nullptr;
+}
 #endif
 
 #ifdef ZOR_BENCH_LIBSWSCALE
@@ -172,11 +175,25 @@ Work SwScale(const Case& c) {
     sws_scale(context.get(), in.data, in.stride, 0, c.sh, out.data, out.stride);
   };
 }
+#else
+Work SwScale(const Case&) {
+  return nullptr;
+}
 #endif
 
-void RegisterCase(const Case& c, const char* contestant, const Work& work, std::size_t spread) {
-  zor::bench::Register(c.Name() + (spread == 0 ? " hot/" : " cold/") + contestant, work,
-                       c.Bytes(c.sw, c.sh), c.Bytes(c.dw, c.dh), spread);
+void RegisterCase(const Case& c, std::size_t spread,
+                  const std::vector<zor::bench::Contestant>& contestants) {
+  zor::bench::RegisterContest(c.Name(), c.Bytes(c.sw, c.sh), c.Bytes(c.dw, c.dh), spread,
+                              contestants);
+}
+
+/// @return our work on a case, held to one of the narrower forms.
+Work Pinned(const Case& c, zor::VectorLevel level) {
+  return [ours = Ours(c), level](std::uint8_t* target, std::uint8_t* source) {
+    zor::LimitInnerVectorLevel(level);
+    ours(target, source);
+    zor::LimitInnerVectorLevel(zor::VectorLevel::kAvx512);
+  };
 }
 
 void RegisterAll() {
@@ -195,39 +212,22 @@ void RegisterAll() {
       }
     }
   }
-  constexpr std::size_t kCold = std::size_t{384} << 20;
   for (const Case& c : cases) {
-    for (const std::size_t spread : {std::size_t{0}, kCold}) {
-      RegisterCase(c, "zor", Ours(c), spread);
-      RegisterCase(c, "copy", Copy(c), spread);
-#ifdef ZOR_BENCH_LIBYUV
-      if (c.layout != Layout::kPacked) RegisterCase(c, "libyuv", LibYuv(c), spread);
-#endif
-#ifdef ZOR_BENCH_ZIMG
-      if (c.layout != Layout::kPacked && c.method != Method::kArea) {
-        RegisterCase(c, "zimg", Zimg(c), spread);
-      }
-#endif
-#ifdef ZOR_BENCH_LIBSWSCALE
-      RegisterCase(c, "swscale", SwScale(c), spread);
-#endif
+    const std::size_t half = (c.Bytes(c.sw, c.sh) + c.Bytes(c.dw, c.dh)) / 2;
+    for (const std::size_t spread : {zor::bench::kHot, zor::bench::kCold}) {
+      RegisterCase(c, spread,
+                   {{"zor", Ours(c)},
+                    {"copy", zor::bench::CopyOf(half)},
+                    {"libyuv", LibYuv(c)},
+                    {"zimg", Zimg(c)},
+                    {"swscale", SwScale(c)}});
     }
   }
   // The narrower forms of the engine, to see what each brings.
   for (const Case& c : {cases[0], cases[1], cases[2]}) {
-    const Work ours = Ours(c);
-    for (const auto& [level, name] : {std::pair{zor::VectorLevel::kSse2, "zor sse2"},
-                                      std::pair{zor::VectorLevel::kAvx2, "zor avx2"}}) {
-      const zor::VectorLevel pinned = level;
-      RegisterCase(
-          c, name,
-          [=](std::uint8_t* target, std::uint8_t* source) {
-            zor::LimitInnerVectorLevel(pinned);
-            ours(target, source);
-            zor::LimitInnerVectorLevel(zor::VectorLevel::kAvx512);
-          },
-          0);
-    }
+    RegisterCase(c, zor::bench::kHot,
+                 {{"zor sse2", Pinned(c, zor::VectorLevel::kSse2)},
+                  {"zor avx2", Pinned(c, zor::VectorLevel::kAvx2)}});
   }
 }
 

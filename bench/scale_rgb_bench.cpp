@@ -6,9 +6,8 @@
 ///     --benchmark_enable_random_interleaving=true --benchmark_repetitions=9
 
 #include <cstdio>
-#include <cstring>
 
-#include "bench/scale_bench.h"
+#include "bench/contest.h"
 #include "convert/feature_word.h"
 #include "scale/stretch.h"
 
@@ -63,11 +62,6 @@ Work Ours(const Case& c) {
   };
 }
 
-Work Copy(const Case& c) {
-  const std::size_t bytes = (c.SourceBytes() + c.TargetBytes()) / 2;
-  return [=](std::uint8_t* target, std::uint8_t* source) { std::memcpy(target, source, bytes); };
-}
-
 #ifdef ZOR_BENCH_LIBYUV
 Work LibYuv(const Case& c) {
   static constexpr libyuv::FilterMode kFilters[] = {libyuv::kFilterNone, libyuv::kFilterBilinear,
@@ -78,6 +72,10 @@ Work LibYuv(const Case& c) {
   return [=](std::uint8_t* target, std::uint8_t* source) {
     scale(source, c.from * c.sw, c.sw, c.sh, target, c.to * c.dw, c.dw, c.dh, filter);
   };
+}
+#else
+Work LibYuv(const Case&) {
+  return nullptr;
 }
 #endif
 
@@ -118,6 +116,10 @@ Work Pixman(const Case& c) {
     pixman_image_unref(out);
   };
 }
+#else
+Work Pixman(const Case&) {
+  return nullptr;
+}
 #endif
 
 #ifdef ZOR_BENCH_LIBSWSCALE
@@ -137,24 +139,20 @@ Work SwScale(const Case& c) {
     sws_scale(context.get(), in, inStride, 0, c.sh, out, outStride);
   };
 }
+#else
+Work SwScale(const Case&) {
+  return nullptr;
+}
 #endif
 
 void RegisterCase(const Case& c, std::size_t spread) {
-  const auto add = [&](const char* contestant, const Work& work) {
-    zor::bench::Register(c.Name() + (spread == 0 ? " hot/" : " cold/") + contestant, work,
-                         c.SourceBytes(), c.TargetBytes(), spread);
-  };
-  add("zor", Ours(c));
-  add("copy", Copy(c));
-#ifdef ZOR_BENCH_LIBYUV
-  add("libyuv", LibYuv(c));
-#endif
-#ifdef ZOR_BENCH_PIXMAN_1
-  add("pixman", Pixman(c));
-#endif
-#ifdef ZOR_BENCH_LIBSWSCALE
-  add("swscale", SwScale(c));
-#endif
+  zor::bench::RegisterContest(
+      c.Name(), c.SourceBytes(), c.TargetBytes(), spread,
+      {{"zor", Ours(c)},
+       {"copy", zor::bench::CopyOf((c.SourceBytes() + c.TargetBytes()) / 2)},
+       {"libyuv", LibYuv(c)},
+       {"pixman", Pixman(c)},
+       {"swscale", SwScale(c)}});
 }
 
 void RegisterAll() {
@@ -182,9 +180,8 @@ void RegisterAll() {
     // Between the pixel sizes.
     cases.push_back({Method::kBilinear, bytes, 7 - bytes, 1920, 1080, 1280, 720});
   }
-  constexpr std::size_t kCold = std::size_t{384} << 20;
   for (const Case& c : cases) {
-    for (const std::size_t spread : {std::size_t{0}, kCold}) RegisterCase(c, spread);
+    for (const std::size_t spread : {zor::bench::kHot, zor::bench::kCold}) RegisterCase(c, spread);
   }
 }
 

@@ -3,13 +3,14 @@
 #pragma once
 
 /// @file
-/// What the benchmarks of the scalers share: buffers and rows of the table.
+/// What the benchmarks share: buffers, contestants and rows of the table.
 
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
+#include <cstring>
 #include <functional>
 #include <memory>
 #include <string>
@@ -17,16 +18,25 @@
 
 namespace zor::bench {
 
+/// The bytes of buffers that a row passes: none more than one pair, or more than any cache holds.
+inline constexpr std::size_t kHot = 0;
+inline constexpr std::size_t kCold = std::size_t{384} << 20;
+
+/// Paints a slope with some grain.
+inline void Paint(std::uint8_t* bytes, std::size_t count) {
+  std::uint32_t state = 1;
+  for (std::size_t i = 0; i < count; ++i) {
+    state = state * 1664525 + 1013904223;
+    bytes[i] = static_cast<std::uint8_t>((i >> 3) + (state >> 27));
+  }
+}
+
 /// Bytes at an alignment of 64.
 class Pixels {
  public:
   explicit Pixels(std::size_t bytes)
       : data_(static_cast<std::uint8_t*>(std::aligned_alloc(64, (bytes + 127) / 64 * 64))) {
-    std::uint32_t state = 1;
-    for (std::size_t i = 0; i < bytes; ++i) {
-      state = state * 1664525 + 1013904223;
-      data_[i] = static_cast<std::uint8_t>((i >> 3) + (state >> 27));
-    }
+    Paint(data_, bytes);
   }
   ~Pixels() { std::free(data_); }
   Pixels(const Pixels&) = delete;
@@ -38,6 +48,16 @@ class Pixels {
 };
 
 using Work = std::function<void(std::uint8_t* target, std::uint8_t* source)>;
+
+struct Contestant {
+  const char* name;
+  Work work;  ///< null where it has none of this kind
+};
+
+/// @return a copy of @p bytes bytes, which every case has beside it.
+inline Work CopyOf(std::size_t bytes) {
+  return [=](std::uint8_t* target, std::uint8_t* source) { std::memcpy(target, source, bytes); };
+}
 
 /// Adds a row. It runs over as many pairs of buffers as pass @p spread bytes, so that a large
 /// spread comes from and goes to memory. A contestant without work has no row.
@@ -65,6 +85,16 @@ inline void Register(const std::string& name, const Work& work, std::size_t sour
       })
       ->Unit(benchmark::kMicrosecond)
       ->MinTime(0.05);
+}
+
+/// Adds a row for each contestant that has work, all over buffers of the same sizes.
+inline void RegisterContest(const std::string& name, std::size_t sourceBytes,
+                            std::size_t targetBytes, std::size_t spread,
+                            const std::vector<Contestant>& contestants) {
+  for (const Contestant& contestant : contestants) {
+    Register(name + (spread == kHot ? " hot/" : " cold/") + contestant.name, contestant.work,
+             sourceBytes, targetBytes, spread);
+  }
 }
 
 /// Runs what was registered. @return the program's exit code.
