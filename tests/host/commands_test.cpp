@@ -11,6 +11,7 @@ namespace zorhost {
 namespace {
 
 using test::ExpectQuarters;
+using test::JobOn;
 using test::kBlue;
 using test::kGreen;
 using test::kQuarters;
@@ -107,9 +108,7 @@ TEST_F(HostCommands, GalleryShowsModesTurnsAndConversions) {
   for (const char* job :
        {"resize %s --scale 1/2 --mode box-fade", "resize %s --scale 7/5 --mode bilinear",
         "rotate %s --by 30 --to rgb32", "convert %s --to yuv420"}) {
-    std::string arguments = job;
-    arguments.replace(arguments.find("%s"), 2, art);
-    EXPECT_NE(page.find(HashOf(arguments)), std::string::npos) << job;
+    EXPECT_NE(page.find(HashOf(JobOn(job, art))), std::string::npos) << job;
   }
 }
 

@@ -11,8 +11,10 @@
 namespace zorhost {
 namespace {
 
+using test::Even;
 using test::HostRun;
 using test::Result;
+using test::Y4mOf;
 
 constexpr int kBase = 100;
 
@@ -20,13 +22,11 @@ class ComposeRun : public HostRun {
  protected:
   /// Frames of the given lumas.
   std::string Flat(const std::string& name, int width, int height, const std::vector<int>& lumas) {
-    std::string bytes =
-        "YUV4MPEG2 W" + std::to_string(width) + " H" + std::to_string(height) + " F25:1 C420jpeg\n";
+    std::vector<std::string> frames;
     for (const int luma : lumas) {
-      bytes += "FRAME\n" + std::string(width * height, static_cast<char>(luma)) +
-               std::string(width * height / 2, static_cast<char>(128));
+      frames.push_back(Even(width * height, luma) + Even(width * height / 2, 128));
     }
-    return folder_.Make(name, bytes);
+    return folder_.Make(name, Y4mOf(width, height, frames));
   }
   /// Composes over a base of 32 x 16 and keeps the bytes of the result.
   void Compose(const std::vector<std::string>& children, int frames = 1) {

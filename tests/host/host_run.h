@@ -45,9 +45,26 @@ inline Result RunHost(const ScratchFolder& folder, const std::string& arguments)
 #define EXPECT_SAYS(result, wanted) \
   EXPECT_NE((result).err.find(wanted), std::string::npos) << (result).err
 
+/// @return a job with its "%s" replaced by a file.
+inline std::string JobOn(std::string job, const std::string& file) {
+  return job.replace(job.find("%s"), 2, file);
+}
+
 class HostRun : public testing::Test {
  protected:
   Result Run(const std::string& arguments) { return RunHost(folder_, arguments); }
+  /// A run that must end well.
+  Result RunWell(const std::string& arguments) {
+    const Result result = Run(arguments);
+    EXPECT_EQ(result.code, 0) << arguments << "\n" << result.err;
+    return result;
+  }
+  /// A run that must end with @p code and say @p words.
+  void ExpectRefusal(const std::string& arguments, int code, const std::string& words) {
+    const Result result = Run(arguments);
+    EXPECT_EQ(result.code, code) << arguments << "\n" << result.err;
+    EXPECT_SAYS(result, words);
+  }
   std::string File(const std::string& name) { return folder_.File(name); }
   std::string Clip(const std::string& name, int width, int height, int frames) {
     return folder_.Make(name, MakeY4m(width, height, frames));

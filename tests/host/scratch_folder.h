@@ -43,20 +43,32 @@ class ScratchFolder {
   std::string path_;
 };
 
+/// A Y4M stream of the frames given, each with its planes one behind the other.
+inline std::string Y4mOf(int width, int height, const std::vector<std::string>& frames,
+                         const std::string& words = " F25:1 C420jpeg") {
+  std::string bytes =
+      "YUV4MPEG2 W" + std::to_string(width) + " H" + std::to_string(height) + words + "\n";
+  for (const std::string& frame : frames) bytes += "FRAME\n" + frame;
+  return bytes;
+}
+
+/// @return @p count bytes of one value.
+inline std::string Even(int count, int value) {
+  return std::string(static_cast<std::size_t>(count), static_cast<char>(value));
+}
+
 /// A Y4M stream of @p frames frames whose bytes count up, so that every plane and row differs.
 inline std::string MakeY4m(int width, int height, int frames,
                            const std::string& words = " F25:1 C420jpeg") {
-  std::string bytes = "YUV4MPEG2 W";
-  bytes += std::to_string(width) + " H" + std::to_string(height) + words + "\n";
   const int chroma =
       words.find("mono") != std::string::npos ? 0 : 2 * ((width + 1) / 2) * ((height + 1) / 2);
+  std::vector<std::string> bytes(static_cast<std::size_t>(frames));
   for (int f = 0; f < frames; ++f) {
-    bytes += "FRAME\n";
     for (int i = 0; i < width * height + chroma; ++i) {
-      bytes.push_back(static_cast<char>(16 + (i * 7 + f * 31) % 220));
+      bytes[static_cast<std::size_t>(f)].push_back(static_cast<char>(16 + (i * 7 + f * 31) % 220));
     }
   }
-  return bytes;
+  return Y4mOf(width, height, bytes, words);
 }
 
 }  // namespace zorhost::test

@@ -21,6 +21,7 @@ if(TARGET zorhost)
   zor_add_host_test(host_commands_test ${host_tests}/commands_test.cpp)
   add_dependencies(host_commands_test zorhost)
   zor_add_host_test(host_run_test
-    ${host_tests}/compose_test.cpp ${host_tests}/rotate_test.cpp ${host_tests}/run_test.cpp)
+    ${host_tests}/compose_test.cpp ${host_tests}/rotate_test.cpp ${host_tests}/run_ends_test.cpp
+    ${host_tests}/run_pictures_test.cpp ${host_tests}/run_reports_test.cpp)
   add_dependencies(host_run_test zorhost)
 endif()
