@@ -56,9 +56,11 @@ inline HeldSurface Child(std::int32_t width, std::int32_t height, std::int32_t f
   return child;
 }
 
-/// Composes. @return the result; @p out receives the surface drawn on.
-inline std::int32_t ComposeInto(const HeldSurface& surface, HeldSurface* out) {
-  return surface->Compose(out->Reset());
+/// Composes, which must give @p result. @return the surface drawn on.
+inline HeldSurface Composed(const HeldSurface& surface, std::int32_t result = VED_OK) {
+  HeldSurface out;
+  EXPECT_EQ(surface->Compose(out.Reset()), result);
+  return out;
 }
 
 inline Geometry PlanesOf(const HeldSurface& surface) {

@@ -81,7 +81,7 @@ TEST_F(RefusedMemory, EachRefusalInTheStretchLosesThatChildAlone) {
     HeldSurface out;
     const LeaksAreMeant leaks;
     RefuseAllocation(request);
-    const std::int32_t result = ComposeInto(surface, &out);
+    const std::int32_t result = surface->Compose(out.Reset());
     const bool reached = CountAllocations() >= request;
     RefuseAllocation(0);
     EXPECT_EQ(out.get(), surface.get());

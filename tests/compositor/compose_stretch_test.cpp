@@ -12,6 +12,16 @@ namespace {
 INSTANTIATE_TEST_SUITE_P(Forms, ComposeRectangles, testing::Bool(),
                          [](const auto& form) { return form.param ? "Sse2" : "Plain"; });
 
+/// The blend onto 16 x 16 through a mask, or of an opacity where there is none.
+void BlendEither(Bytes* target, const HeldSurface& child, const HeldSurface* mask, const RECT& dest,
+                 const RECT& source, int opacity, bool sse2) {
+  if (mask != nullptr) {
+    BlendMasked(target, {16, 16}, child, *mask, dest, source, sse2);
+  } else {
+    BlendKeyed(target, {16, 16}, child, dest, source, opacity, sse2);
+  }
+}
+
 TEST_P(ComposeRectangles, StretchedChildIsCutByItsSourceRectangle) {
   const HeldSurface surface = InPlace(Noisy(32, 24, FORMAT_YUV420, 1));
   const RECT dest = {4, 2, 24, 18};
@@ -21,8 +31,7 @@ TEST_P(ComposeRectangles, StretchedChildIsCutByItsSourceRectangle) {
   const HeldSurface scratch = Stretched(child, source, 20, 16, 20);
   Bytes expected = WholeBlock(surface);
   BlendKeyed(&expected, {32, 24}, scratch, dest, {0, 0, 20, 16}, 40, Sse2());
-  HeldSurface out;
-  EXPECT_EQ(ComposeInto(surface, &out), VED_OK);
+  const HeldSurface out = Composed(surface);
   EXPECT_EQ(WholeBlock(out), expected);
   EXPECT_EQ(CountOf(child.get()), 1u);
   RECT kept = {};
@@ -47,8 +56,7 @@ TEST_P(ComposeRectangles, StretchedChildKeepsItsKey) {
   Bytes unkeyed = WholeBlock(surface);
   BlendKeyed(&unkeyed, {32, 24}, scratch, dest, kAll16, 0, Sse2());
   EXPECT_NE(expected, unkeyed);
-  HeldSurface out;
-  EXPECT_EQ(ComposeInto(surface, &out), VED_OK);
+  const HeldSurface out = Composed(surface);
   EXPECT_EQ(WholeBlock(out), expected);
 }
 
@@ -64,8 +72,7 @@ TEST_P(ComposeRectangles, StretchedMaskOfAWidthNotInFoursSlidesFromRowToRow) {
   const HeldSurface scratchMask = Stretched(mask, source, 10, 10, 12);
   Bytes expected = WholeBlock(surface);
   BlendMasked(&expected, {32, 24}, scratch, scratchMask, dest, {0, 0, 10, 10}, Sse2());
-  HeldSurface out;
-  EXPECT_EQ(ComposeInto(surface, &out), VED_OK);
+  const HeldSurface out = Composed(surface);
   EXPECT_EQ(WholeBlock(out), expected);
   EXPECT_EQ(CountOf(child.get()), 1u);
   EXPECT_EQ(CountOf(mask.get()), 2u);
@@ -89,8 +96,7 @@ TEST_P(ComposeRectangles, PackedScratchSurfaceHoldsHalfOfWhatIsRead) {
   const HeldSurface scratchMask = Stretched(mask, kAll16, 20, 16, 20);
   Bytes expected = WholeBlock(surface);
   ReferencePacked(expected, scratch, WholeBlock(scratchMask), 64, 20, 20, dest, {0, 0, 20, 16}, 0);
-  HeldSurface out;
-  EXPECT_EQ(ComposeInto(surface, &out), VED_OK);
+  const HeldSurface out = Composed(surface);
   EXPECT_EQ(WholeBlock(out), expected);
 }
 
@@ -103,8 +109,7 @@ TEST_P(ComposeRectangles, DestinationUnderFourCannotBeStretchedAndOnlyThatChildI
       if (masked) child->SetMask(mask.get());
       surface->AddChild(child.get());
       const Bytes before = WholeBlock(surface);
-      HeldSurface out;
-      EXPECT_EQ(ComposeInto(surface, &out), VED_E_INVALIDARG);
+      const HeldSurface out = Composed(surface, VED_E_INVALIDARG);
       EXPECT_EQ(WholeBlock(out), before);
       EXPECT_EQ(CountOf(child.get()), 1u);
       EXPECT_EQ(CountOf(mask.get()), masked ? 2u : 1u);
@@ -120,8 +125,7 @@ TEST_P(ComposeRectangles, RectanglesUnderFourOfOneSizeAreDrawn) {
   surface->AddChild(child.get());
   Bytes expected = WholeBlock(surface);
   BlendKeyed(&expected, {16, 16}, child, dest, source, 128, Sse2());
-  HeldSurface out;
-  EXPECT_EQ(ComposeInto(surface, &out), VED_OK);
+  const HeldSurface out = Composed(surface);
   EXPECT_EQ(WholeBlock(out), expected);
 }
 
@@ -140,13 +144,8 @@ TEST_P(ComposeRectangles, RectanglesThatLeaveThePicturesAddressTheirBlocks) {
         if (masked) child->SetMask(mask.get());
         surface->AddChild(child.get());
         Bytes expected = WholeBlock(surface);
-        if (masked) {
-          BlendMasked(&expected, {16, 16}, child, mask, dest, source, Sse2());
-        } else {
-          BlendKeyed(&expected, {16, 16}, child, dest, source, 99, Sse2());
-        }
-        HeldSurface out;
-        EXPECT_EQ(ComposeInto(surface, &out), VED_OK);
+        BlendEither(&expected, child, masked ? &mask : nullptr, dest, source, 99, Sse2());
+        const HeldSurface out = Composed(surface);
         EXPECT_EQ(WholeBlock(out), expected) << dest << " from " << source << " mask " << masked;
       }
     }
@@ -163,13 +162,8 @@ TEST_P(ComposeRectangles, ChildWiderThanTheTargetWrapsIntoTheNextRows) {
     if (masked) child->SetMask(mask.get());
     surface->AddChild(child.get());
     Bytes expected = WholeBlock(surface);
-    if (masked) {
-      BlendMasked(&expected, {16, 16}, child, mask, dest, source, Sse2());
-    } else {
-      BlendKeyed(&expected, {16, 16}, child, dest, source, 70, Sse2());
-    }
-    HeldSurface out;
-    EXPECT_EQ(ComposeInto(surface, &out), VED_OK);
+    BlendEither(&expected, child, masked ? &mask : nullptr, dest, source, 70, Sse2());
+    const HeldSurface out = Composed(surface);
     EXPECT_EQ(WholeBlock(out), expected) << masked;
   }
 }
@@ -185,8 +179,7 @@ TEST_P(ComposeRectangles, RectanglesThatLeaveAPackedTargetAddressItsBlock) {
   Bytes expected = WholeBlock(surface);
   ReferencePacked(expected, WholeBlock(child), WholeBlock(mask), 32, 32, 16, dest, source,
                   Sse2() ? 4 : 9);
-  HeldSurface out;
-  EXPECT_EQ(ComposeInto(surface, &out), VED_OK);
+  const HeldSurface out = Composed(surface);
   EXPECT_EQ(WholeBlock(out), expected);
 }
 
@@ -199,8 +192,7 @@ TEST_P(ComposeRectangles, MaskSmallerThanItsUseIsReadAsZeroBehindItsBlock) {
   Bytes expected = WholeBlock(surface);
   BlendMasked(&expected, {16, 16}, child, mask, kAll16, kAll16, Sse2());
   EXPECT_EQ(expected[255], WholeBlock(child)[255]);
-  HeldSurface out;
-  EXPECT_EQ(ComposeInto(surface, &out), VED_OK);
+  const HeldSurface out = Composed(surface);
   EXPECT_EQ(WholeBlock(out), expected);
 }
 
