@@ -13,13 +13,6 @@
 namespace zor {
 namespace {
 
-SurfaceDescription DescriptionOf(IZorSurface* surface) {
-  SurfaceDescription description{};
-  description.size = sizeof description;
-  surface->GetDescription(&description);
-  return description;
-}
-
 BlockBytes BytesOf(IZorSurface* surface) {
   std::uint8_t* pixels = nullptr;
   surface->GetPixels(&pixels);
@@ -40,7 +33,9 @@ void BringTo(IZorSurface* surface, std::int32_t format) {
   surface->Flush();
 }
 
-bool UseSse2() { return (CpuFeatureWord & kFeatureSse2) != 0; }
+bool UseSse2() {
+  return (CpuFeatureWord & kFeatureSse2) != 0;
+}
 
 /// One child on its way onto the target. Owns a reference of the child and one of its mask if it
 /// has one.
@@ -142,8 +137,8 @@ std::int32_t BlendChildWithMask(IZorSurface* target, IZorSurface* child) {
                               word(from.stride), word(from.height), &layer.dest, &layer.source,
                               UseSse2())
           : BlendYuy2Masked(targetBytes, childBytes, maskBytes, word(on.width), word(on.height),
-                            word(from.width), word(from.height), word(on.stride),
-                            word(from.stride), &layer.dest, &layer.source, UseSse2());
+                            word(from.width), word(from.height), word(on.stride), word(from.stride),
+                            &layer.dest, &layer.source, UseSse2());
   layer.Release();
   return result;
 }

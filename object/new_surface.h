@@ -8,16 +8,10 @@
 #include <zorsurface/result_codes.h>
 #include <zorsurface/surface_builder.h>
 
-#include "surface/block_size.h"
+#include "surface/picture_layout.h"
 #include "surface/surface_buffer.h"
 
 namespace zor {
-
-/// The smallest width and height of a new surface.
-inline constexpr std::int32_t kMinSurfaceSize = 4;
-
-/// The word `StorageKind` of every finished surface: its pixels lie in a block of its own.
-inline constexpr std::uint32_t kStorageInBlock = 4;
 
 /// @return the words that every surface from a system image starts with.
 inline SurfaceDescription SourceDescription() noexcept {
@@ -32,7 +26,7 @@ inline SurfaceDescription SourceDescription() noexcept {
 /// @p format asks for RGB and the bit count is 24 or 32; format and bit count are then set.
 inline bool SetRgbFormat(std::int32_t format, std::int32_t bitCount,
                          SurfaceDescription& description) noexcept {
-  if (format != FORMAT_RGB24 && format != FORMAT_RGB32) return false;
+  if (!IsRgb(format)) return false;
   if (bitCount != 24 && bitCount != 32) return false;
   description.format = bitCount == 24 ? FORMAT_RGB24 : FORMAT_RGB32;
   description.bitsPerPixel = bitCount;

@@ -13,6 +13,7 @@
 #include "object/system_sources.h"
 #include "platform/memory.h"
 #include "platform/rect.h"
+#include "surface/picture_layout.h"
 #include "surface/row_copy.h"
 
 namespace zor {
@@ -20,10 +21,6 @@ namespace {
 
 constexpr std::uint8_t kBlackLuma = 16;
 constexpr std::uint8_t kNeutralChroma = 128;
-
-bool IsRgb(std::int32_t format) {
-  return format == FORMAT_RGB24 || format == FORMAT_RGB32;
-}
 
 /// As unsigned words, so that a negative size isn't a small one.
 bool IsTooSmall(const SurfaceDescription& description) {

@@ -12,11 +12,6 @@
 #include "surface/surface.h"
 
 namespace zor {
-namespace {
-
-constexpr std::uint32_t kStorageInBlock = 4;
-
-}  // namespace
 
 std::int32_t CZorSurface::Clone(IZorSurface** out) {
   if (out == nullptr) return VED_E_INVALIDARG;

@@ -54,6 +54,20 @@ std::int64_t ReachOf(std::int32_t format, std::int64_t width, std::int64_t heigh
   return (height - 1) * stride + (width + (overruns ? 8 : 0)) * pixel;
 }
 
+/// @return whether each next row starts one pixel further left, as at every odd width.
+bool Drifts(const SurfaceDescription& picture) {
+  return (picture.width & 1) != 0;
+}
+
+/// @return whether a conversion writes every byte of a new block. Rows that end at their stride and
+///         come in pairs leave none out, but the SSE2 form from RGB to YUY2, which leaves what
+///         isn't a whole block of 8 columns.
+bool WritesEveryByte(const SurfaceDescription& from, std::int32_t format, std::int64_t stride) {
+  if (Drifts(from) || (from.height & 1) != 0 || from.height < 4) return false;
+  if (format == FORMAT_RGB24) return stride == std::int64_t{from.width} * 3;
+  return format != FORMAT_YUY2 || !IsRgb(from.format) || (from.width & 7) == 0;
+}
+
 void SwapByteByByte(std::uint8_t* first, std::uint8_t* second, std::int64_t count) {
   for (std::int64_t i = 0; i < count; ++i) std::swap(first[i], second[i]);
 }
@@ -103,56 +117,54 @@ std::int32_t CZorSurfaceBuffer::ConvertNow(std::int32_t format) {
 
   // Planes need even sizes. Under direct output the resize draws into the host's memory, and the
   // conversion then overwrites it from the picture as it is.
-  const bool fromRgb = d.format == FORMAT_RGB24 || d.format == FORMAT_RGB32;
-  if (format == FORMAT_YUV420 && fromRgb && ((d.width | d.height) & 1) != 0) {
+  if (format == FORMAT_YUV420 && IsRgb(d.format) && ((d.width | d.height) & 1) != 0) {
     const std::int32_t before = d.format;
     ResizeNow(d.width & ~1, d.height & ~1, 1, 1);
-    // In a circle of masks the rest of this surface's queue ran meanwhile.
+    // The resize of a mask that leads back to this surface runs the rest of its queue.
     if (d.format != before) return ConvertNow(format);
   }
+  return direct_.active != 0 ? ConvertIntoMemory(*conversion) : ConvertIntoBlock(*conversion);
+}
 
-  const bool direct = direct_.active != 0;
-  const TargetLayout layout = LayoutOf(format, d.width, d.height);
+std::int32_t CZorSurfaceBuffer::ConvertIntoMemory(const Conversion& conversion) {
+  const SurfaceDescription& d = description_;
+  const std::int64_t bytes = PictureBytes(direct_.stride, d.height, conversion.to == FORMAT_YUV420);
+  const std::int64_t reach = ReachOf(conversion.to, d.width, d.height, direct_.stride);
+  LentMemory lent(direct_.memory, bytes, reach, Drifts(d), d.width, d.height);
+  if (lent.Target() == nullptr) return VED_E_OUTOFMEMORY;
+  RunConversion(conversion, lent.Target(), direct_.stride,
+                d.Orientation != direct_.orientation ? 1 : 0);
+  lent.Finish();
+  return VED_OK;
+}
+
+std::int32_t CZorSurfaceBuffer::ConvertIntoBlock(const Conversion& conversion) {
+  SurfaceDescription& d = description_;
+  const TargetLayout layout = LayoutOf(conversion.to, d.width, d.height);
   SurfaceDescription result = d;
-  result.format = format;
+  result.format = conversion.to;
   result.bitsPerPixel = layout.bitsPerPixel;
   result.Orientation = layout.orientation;
-  result.stride = direct ? direct_.stride : static_cast<std::int32_t>(layout.stride);
-  const bool drifts = (d.width & 1) != 0;  // each row of an odd width starts one pixel earlier
-  LentMemory lent(
-      direct ? direct_.memory : nullptr,
-      direct ? PictureBytes(direct_.stride, d.height, format == FORMAT_YUV420) : 0,
-      direct ? ReachOf(format, d.width, d.height, direct_.stride) : 0, direct && drifts, d.width,
-      d.height);
-  // Rows that end at their stride and come in pairs leave no byte unwritten.
-  const bool painted = !drifts && (d.height & 1) == 0 && d.height >= 4 &&
-                       (format != FORMAT_RGB24 || layout.stride == std::int64_t{d.width} * 3) &&
-                       // The SSE2 form from RGB leaves what isn't a whole block of 8 columns.
-                       (format != FORMAT_YUY2 || !fromRgb || (d.width & 7) == 0);
-  std::uint8_t* target =
-      direct ? lent.Target()
-             : AllocateResult(result, layout.bytes,
-                              painted ? BlockContents::kUnset : BlockContents::kZero);
+  result.stride = static_cast<std::int32_t>(layout.stride);
+  std::uint8_t* const target =
+      AllocateResult(result, layout.bytes,
+                     WritesEveryByte(d, conversion.to, layout.stride) ? BlockContents::kUnset
+                                                                      : BlockContents::kZero);
   if (target == nullptr) return VED_E_OUTOFMEMORY;
-
-  if (d.format == FORMAT_RGB32 && !direct && mask_ == nullptr) {
-    mask_ = BuildMaskFromAlpha(d, pixels_);
-  }
-  const std::uint32_t flip =
-      direct ? (d.Orientation != direct_.orientation ? 1 : 0) : d.Orientation;
-  if (PictureInBlock(d, pixels_)) {
-    conversion->wrapper(pixels_, d.stride, target, result.stride, d.width, d.height,
-                        CpuFeatureWord,
-                        conversion->bitDepth != 0 ? conversion->bitDepth : d.bitsPerPixel,
-                        conversion->orientation == OrientationArgument::kFlip ? flip : 1);
-  }
-  if (direct) {
-    lent.Finish();
-    return VED_OK;
-  }
+  if (d.format == FORMAT_RGB32 && mask_ == nullptr) mask_ = BuildMaskFromAlpha(d, pixels_);
+  RunConversion(conversion, target, result.stride, d.Orientation);
   ReplacePixels(target);
   d = result;
   return VED_OK;
+}
+
+void CZorSurfaceBuffer::RunConversion(const Conversion& conversion, std::uint8_t* target,
+                                      std::int32_t targetStride, std::uint32_t rowOrder) const {
+  const SurfaceDescription& d = description_;
+  if (!PictureInBlock(d, pixels_)) return;
+  conversion.wrapper(pixels_, d.stride, target, targetStride, d.width, d.height, CpuFeatureWord,
+                     conversion.bitDepth != 0 ? conversion.bitDepth : d.bitsPerPixel,
+                     conversion.orientation == OrientationArgument::kRowOrder ? rowOrder : 1);
 }
 
 }  // namespace zor

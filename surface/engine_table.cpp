@@ -36,22 +36,22 @@ std::uint32_t RgbToYuy2(const std::uint8_t* source, std::int32_t sourceStride, s
                           width, height, features, bitDepth, orientation);
 }
 
-constexpr auto kFlip = OrientationArgument::kFlip;
+constexpr auto kRowOrder = OrientationArgument::kRowOrder;
 constexpr auto kOne = OrientationArgument::kOne;
 
 constexpr Conversion kConversions[] = {
     {FORMAT_RGB24, FORMAT_RGB32, IgnoreDepth<PackRgb24ToRgb32>, 0, kOne},
-    {FORMAT_RGB24, FORMAT_YUV420, ConvertRgbToYuv420, 0, kFlip},
-    {FORMAT_RGB24, FORMAT_YUY2, RgbToYuy2, 0, kFlip},
+    {FORMAT_RGB24, FORMAT_YUV420, ConvertRgbToYuv420, 0, kRowOrder},
+    {FORMAT_RGB24, FORMAT_YUY2, RgbToYuy2, 0, kRowOrder},
     {FORMAT_RGB32, FORMAT_RGB24, IgnoreDepth<PackRgb32ToRgb24>, 0, kOne},
-    {FORMAT_RGB32, FORMAT_YUV420, ConvertRgbToYuv420, 0, kFlip},
-    {FORMAT_RGB32, FORMAT_YUY2, RgbToYuy2, 0, kFlip},
-    {FORMAT_YUV420, FORMAT_RGB24, ConvertYuv420ToRgb, 24, kFlip},
-    {FORMAT_YUV420, FORMAT_RGB32, ConvertYuv420ToRgb, 32, kFlip},
+    {FORMAT_RGB32, FORMAT_YUV420, ConvertRgbToYuv420, 0, kRowOrder},
+    {FORMAT_RGB32, FORMAT_YUY2, RgbToYuy2, 0, kRowOrder},
+    {FORMAT_YUV420, FORMAT_RGB24, ConvertYuv420ToRgb, 24, kRowOrder},
+    {FORMAT_YUV420, FORMAT_RGB32, ConvertYuv420ToRgb, 32, kRowOrder},
     {FORMAT_YUV420, FORMAT_YUY2, IgnoreOrientation<ConvertYuv420ToYuy2>, 0, kOne},
     {FORMAT_YUV420, FORMAT_YVU420, nullptr, 0, kOne},
-    {FORMAT_YUY2, FORMAT_RGB24, ConvertYuy2ToRgb, 24, kFlip},
-    {FORMAT_YUY2, FORMAT_RGB32, ConvertYuy2ToRgb, 32, kFlip},
+    {FORMAT_YUY2, FORMAT_RGB24, ConvertYuy2ToRgb, 24, kRowOrder},
+    {FORMAT_YUY2, FORMAT_RGB32, ConvertYuy2ToRgb, 32, kRowOrder},
     {FORMAT_YUY2, FORMAT_YUV420, IgnoreOrientation<ConvertYuy2ToYuv420>, 0, kOne},
 };
 

@@ -19,8 +19,9 @@ using ConversionWrapper = std::uint32_t (*)(const std::uint8_t* source, std::int
 
 /// Which orientation argument a wrapper is given.
 enum class OrientationArgument {
-  kFlip,  ///< whether rows change their order
-  kOne    ///< always 1: rows stay as they are
+  kRowOrder,  ///< into a new block the surface's `Orientation`; into the host's memory whether the
+              ///< two row orders differ
+  kOne        ///< always 1: rows stay as they are
 };
 
 /// One pair of formats.

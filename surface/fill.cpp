@@ -112,11 +112,10 @@ std::uint32_t FillRectRgb(std::uint8_t* pixels, std::int32_t width, std::int32_t
   if (pixels == nullptr) return 0;
   const Area area = AreaOf(width, height, rect);
   if (area.kind != Area::Kind::kSome) return area.kind == Area::Kind::kEmpty ? 1 : 0;
-  const std::uint32_t word =
-      (colour >> 16 & 255) + (colour & 255) * 65536 + (colour & 0xFF00);
+  const std::uint32_t word = (colour >> 16 & 255) + (colour & 255) * 65536 + (colour & 0xFF00);
   const std::int32_t bytes = bitsPerPixel / 8;
-  // Rows of 102 "bytes" are painted as 2 while their corner moves by 102, which may lead away from
-  // the picture.
+  // The only size above 4 that is painted, 102, counts as 2 in the rows but as 102 in the corner's
+  // place, which may so lie outside of the picture.
   const std::int64_t last = (area.top + area.height - 1) * stride + area.left * bytes;
   if (bytes > 4 && last + 2 * area.width > std::int64_t{stride} * height) return 1;
   FillRows(pixels + area.top * stride + area.left * bytes, stride, bytes,

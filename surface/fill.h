@@ -11,12 +11,13 @@
 
 namespace zor {
 
-/// Luma and chroma of a colour word whose byte 0 is blue and byte 2 red.
+/// Luma and chroma of a colour.
 struct FillYuv {
   std::uint8_t y;
   std::uint8_t u;
   std::uint8_t v;
 };
+/// @param colour byte 0 is blue, byte 2 red. @return BT.601 in video range, rounded.
 FillYuv FillColourToYuv(std::uint32_t colour) noexcept;
 
 /// Paints RGB pixels; byte 0 of the colour is red and byte 2 blue. 8-bit pixels stay as they are.
@@ -26,8 +27,8 @@ std::uint32_t FillRectRgb(std::uint8_t* pixels, std::int32_t width, std::int32_t
                           std::int32_t stride, const RECT* rect, std::int32_t bitsPerPixel,
                           std::uint32_t colour) noexcept;
 
-/// Paints a planar picture; byte 0 of the colour is blue and byte 2 red. U goes to the first
-/// chroma plane. Arguments and result as `FillRectRgb`.
+/// Paints a planar picture; byte 0 of the colour is blue and byte 2 red. U goes to the first chroma
+/// plane, where the conversions read V. Arguments and result as `FillRectRgb`.
 std::uint32_t FillRectYuv420(std::uint8_t* pixels, std::int32_t width, std::int32_t height,
                              std::int32_t stride, const RECT* rect, std::uint32_t colour) noexcept;
 
@@ -47,7 +48,8 @@ void FillRows(std::uint8_t* start, std::int32_t stride, std::int32_t bytesPerPix
 /// One row of 4-byte pixels.
 void FillRow32(std::uint8_t* row, std::uint32_t value, std::int32_t count) noexcept;
 
-/// One row of 3-byte pixels; the value's top byte lands behind the last one, if before @p memoryEnd.
+/// One row of 3-byte pixels; the value's top byte lands behind the last one, if that lies before
+/// @p memoryEnd.
 void FillRow24(std::uint8_t* row, std::uint32_t value, std::int32_t count,
                const std::uint8_t* memoryEnd) noexcept;
 

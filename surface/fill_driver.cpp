@@ -18,14 +18,15 @@ std::int32_t CZorSurfaceBuffer::FillNow(RECT* rectangle, std::uint32_t colour) {
     const RectCheck check = CheckDrawingRect(*rectangle, d.width, d.height);
     if (check != RectCheck::kDraw) return ResultOf(check);
     if (RowsRunUp(d)) TurnOver(rectangle, d.height);
-    // Only an empty union reaches the description, and this one never is.
+    // Only an empty union is stored, and with a rectangle that is drawn there is none: unlike a
+    // stretch, a fill leaves the `DirtyRect` as it is.
     RECT united;
     if (!zor::UnionRect(&united, &d.DirtyRect, rectangle)) zor::CopyRect(&d.DirtyRect, &united);
   } else {
     d.DirtyRect = {0, 0, d.width, d.height};
   }
   const bool planar = d.format == FORMAT_YUV420;
-  if (!planar && d.format != FORMAT_RGB24 && d.format != FORMAT_RGB32) return VED_E_UNSUPPORTED;
+  if (!planar && !IsRgb(d.format)) return VED_E_UNSUPPORTED;
   if (!PictureInBlock(d, pixels_)) return VED_OK;
   if (planar) {
     FillRectYuv420(pixels_, d.width, d.height, d.stride, rectangle, colour);

@@ -19,7 +19,9 @@ LentMemory::LentMemory(std::uint8_t* memory, std::int64_t bytes, std::int64_t re
   if (scratch_ != nullptr) std::memcpy(scratch_, memory_, static_cast<std::size_t>(bytes_));
 }
 
-LentMemory::~LentMemory() { FreePixelBlock(scratch_); }
+LentMemory::~LentMemory() {
+  FreePixelBlock(scratch_);
+}
 
 void LentMemory::Finish() noexcept {
   if (scratch_ != nullptr) std::memcpy(memory_, scratch_, static_cast<std::size_t>(bytes_));

@@ -12,8 +12,8 @@ namespace zor {
 /// Keeps an operation inside of a host's memory.
 ///
 /// An operation whose extent lies in the memory writes there directly. Otherwise it works on a
-/// scratch block that starts with the host's bytes and has guards on both sides, and `Finish` copies
-/// back what belongs to the host.
+/// scratch block that starts with the host's bytes and has guards on both sides, and `Finish`
+/// copies back what belongs to the host.
 class LentMemory {
  public:
   /// @param bytes of the host's memory that may be written.

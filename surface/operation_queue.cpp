@@ -6,16 +6,11 @@
 #include "surface/surface.h"
 
 namespace zor {
-namespace {
-
-constexpr std::int32_t kMinQueuedSize = 4;
-
-}  // namespace
 
 std::int32_t CZorSurface::QueueResize(std::int32_t width, std::int32_t height, std::int32_t fit,
                                       std::int32_t quality) {
   const OsaGuard guard(&queueLock_);
-  if (width < kMinQueuedSize || height < kMinQueuedSize) return VED_E_INVALIDARG;
+  if (width < kMinSurfaceSize || height < kMinSurfaceSize) return VED_E_INVALIDARG;
   const SurfaceOperation resize = {SurfaceOperation::kResize,           width, height, fit,
                                    static_cast<std::uint32_t>(quality), 0};
   return operationQueue_.Append(resize) ? VED_OK : VED_E_OUTOFMEMORY;

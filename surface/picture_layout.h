@@ -3,7 +3,7 @@
 #pragma once
 
 /// @file
-/// Strides and sizes of pictures, in 64 bits.
+/// What the drivers ask of a picture: its kind, and its sizes in 64 bits.
 
 #include <zorsurface/surface_description.h>
 
@@ -15,9 +15,14 @@
 
 namespace zor {
 
-/// @return the bytes of a row of whole pixels, rounded up to a multiple of 4.
-constexpr std::int64_t AlignedRowBytes(std::int64_t width, std::int64_t bitsPerPixel) {
-  return (bitsPerPixel * width + 31) / 32 * 4;
+/// @return whether a format has pixels of B, G, R.
+constexpr bool IsRgb(std::int32_t format) {
+  return format == FORMAT_RGB24 || format == FORMAT_RGB32;
+}
+
+/// @return whether a format has single rows of 1, 3 or 4 bytes a pixel.
+constexpr bool IsRgbOrGray(std::int32_t format) {
+  return IsRgb(format) || format == FORMAT_GRAY8;
 }
 
 /// @return the bytes of a picture's rows: one and a half times as many for planes.
@@ -34,11 +39,6 @@ constexpr std::int64_t PlanarReach(std::int64_t stride, std::int64_t width, std:
   const std::int64_t chromaRows = std::max<std::int64_t>(0, height / 2 - 1);
   return std::max((height - 1) * stride + width,
                   plane + plane / 4 + chromaRows * stride / 2 + width / 2);
-}
-
-/// @return whether a format's rows are single rows of 1, 3 or 4 bytes a pixel.
-constexpr bool IsPackedRgbOrGray(std::int32_t format) {
-  return format == FORMAT_RGB24 || format == FORMAT_RGB32 || format == FORMAT_GRAY8;
 }
 
 /// Allocates the block that an operation's result goes into.

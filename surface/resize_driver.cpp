@@ -18,15 +18,15 @@ namespace {
 /// The byte that a new packed block's first quarter is filled with.
 constexpr std::uint8_t kPackedBlank = 0x80;
 
-/// A resize's target: a new block of the surface's or the host's memory.
-struct ResizeTarget {
+/// A new picture and the bytes of its block.
+struct NewPicture {
   SurfaceDescription picture;
   std::int64_t bytes;
 };
 
-/// The picture that a resize makes in a block of its own.
-ResizeTarget NewPicture(const SurfaceDescription& from, std::int32_t width, std::int32_t height) {
-  ResizeTarget target{from, 0};
+/// @return the picture that a resize makes in a block of its own.
+NewPicture LayOut(const SurfaceDescription& from, std::int32_t width, std::int32_t height) {
+  NewPicture target{from, 0};
   std::int64_t stride = 0;
   switch (from.format) {
     case FORMAT_YUV420:
@@ -38,7 +38,7 @@ ResizeTarget NewPicture(const SurfaceDescription& from, std::int32_t width, std:
       target.bytes = stride * height;
       break;
     default:
-      stride = AlignedRowBytes(width, from.bitsPerPixel);
+      stride = WordAlignedStride(from.bitsPerPixel, width);
       target.bytes = stride > kMaxBlockBytes ? stride : stride * height;
       break;
   }
@@ -78,7 +78,7 @@ void ScaleWhole(const SurfaceDescription& from, std::uint8_t* source, const Surf
 }
 
 bool IsServed(std::int32_t format) {
-  return IsPackedRgbOrGray(format) || format == FORMAT_YUV420 || format == FORMAT_YUY2;
+  return IsRgbOrGray(format) || format == FORMAT_YUV420 || format == FORMAT_YUY2;
 }
 
 /// @return the bytes of @p to that drawing reaches, and the planar black that is written before.
@@ -111,44 +111,50 @@ std::int32_t CZorSurfaceBuffer::ResizeNow(std::int32_t width, std::int32_t heigh
     d.DirtyRect = {0, 0, width, height};
   }
   const RECT* inside = fit != 0 ? &rect : nullptr;
+  return direct ? ResizeIntoMemory(width, height, inside, quality)
+                : ResizeIntoBlock(width, height, inside, quality);
+}
 
-  if (direct) {
-    SurfaceDescription to = d;
-    to.width = width;
-    to.height = height;
-    to.stride = direct_.stride;
-    to.Orientation = direct_.orientation;
-    LentMemory lent(direct_.memory, PictureBytes(to.stride, height, true), ReachOf(to), false,
-                    width, height);
-    if (lent.Target() == nullptr) return VED_E_OUTOFMEMORY;
-    FillRectYuv420(lent.Target(), width, height, to.stride, nullptr, 0);
-    if (IsServed(d.format) && PictureInBlock(d, pixels_)) {
-      ScaleWhole(d, pixels_, to, lent.Target(), inside, quality);
-    }
-    lent.Finish();
-    return IsServed(d.format) ? VED_OK : VED_E_UNSUPPORTED;
+std::int32_t CZorSurfaceBuffer::ResizeIntoMemory(std::int32_t width, std::int32_t height,
+                                                 const RECT* rect, ScaleMode mode) {
+  const SurfaceDescription& d = description_;
+  SurfaceDescription to = d;
+  to.width = width;
+  to.height = height;
+  to.stride = direct_.stride;
+  to.Orientation = direct_.orientation;
+  LentMemory lent(direct_.memory, PictureBytes(to.stride, height, true), ReachOf(to), false, width,
+                  height);
+  if (lent.Target() == nullptr) return VED_E_OUTOFMEMORY;
+  FillRectYuv420(lent.Target(), width, height, to.stride, nullptr, 0);
+  if (IsServed(d.format) && PictureInBlock(d, pixels_)) {
+    ScaleWhole(d, pixels_, to, lent.Target(), rect, mode);
   }
+  lent.Finish();
+  return IsServed(d.format) ? VED_OK : VED_E_UNSUPPORTED;
+}
 
-  ResizeTarget target = NewPicture(d, width, height);
-  std::uint8_t* block = nullptr;
-  if (IsServed(d.format)) {
-    // Planar black reaches every byte of a picture of even sizes.
-    const bool painted = d.format == FORMAT_YUV420 && ((width | height) & 1) == 0;
-    block = AllocateResult(target.picture, target.bytes,
-                           painted ? BlockContents::kUnset : BlockContents::kZero);
-    if (block == nullptr) return IsPackedRgbOrGray(d.format) ? E_FAIL : VED_E_OUTOFMEMORY;
-    PaintNewBlock(target.picture, block);
+std::int32_t CZorSurfaceBuffer::ResizeIntoBlock(std::int32_t width, std::int32_t height,
+                                                const RECT* rect, ScaleMode mode) {
+  SurfaceDescription& d = description_;
+  if (!IsServed(d.format)) {
+    aspectWidth_ = aspectHeight_ = 0;
+    return VED_E_UNSUPPORTED;
   }
+  const NewPicture made = LayOut(d, width, height);
+  // Planar black reaches every byte of a picture of even sizes.
+  const bool painted = d.format == FORMAT_YUV420 && ((width | height) & 1) == 0;
+  std::uint8_t* const block = AllocateResult(
+      made.picture, made.bytes, painted ? BlockContents::kUnset : BlockContents::kZero);
+  if (block == nullptr) return IsRgbOrGray(d.format) ? E_FAIL : VED_E_OUTOFMEMORY;
+  PaintNewBlock(made.picture, block);
   aspectWidth_ = aspectHeight_ = 0;
-  if (block == nullptr) return VED_E_UNSUPPORTED;
-  if (PictureInBlock(d, pixels_)) {
-    ScaleWhole(d, pixels_, target.picture, block, inside, quality);
-  }
+  if (PictureInBlock(d, pixels_)) ScaleWhole(d, pixels_, made.picture, block, rect, mode);
   ReplacePixels(block);
-  d.stride = target.picture.stride;
+  d.stride = made.picture.stride;
   d.height = height;
   d.width = width;
-  // In a circle of masks this surface's own queue may run from in here, on the finished picture.
+  // The picture is finished: in a circle of masks the flush below runs this surface's own queue.
   if (const MaskTurn turn(this); turn.HasMask()) {
     mask_->QueueResize(width, height, 0, 0);
     mask_->Flush();

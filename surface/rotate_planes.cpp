@@ -51,7 +51,9 @@ struct Shift {
   double y;
 };
 
-double Radians(std::int32_t degrees) { return degrees * kRotationPi / 180; }
+double Radians(std::int32_t degrees) {
+  return degrees * kRotationPi / 180;
+}
 
 /// Where a packed picture has to move so that it stands in its new frame.
 Shift PackedShift(std::int32_t degrees, double width, double height) {
@@ -152,10 +154,9 @@ std::uint32_t RotatePlanesYuv420(std::uint8_t* target, std::int32_t targetWidth,
   if (!to.Stand() || !from.Stand() || (!exact && !from.HaveCells())) return 1;
   iplSetStatus(kIplOk);
   for (int plane = 0; plane < 3; ++plane) {
-    const Shift shift =
-        exact ? CentreShift(degrees, width, height, plane == 0 ? 2 : 4)
-              : plane == 0 ? PlaneShift(degrees, width, height)
-                           : PlaneShift(degrees, width / 2, height / 2);
+    const Shift shift = exact        ? CentreShift(degrees, width, height, plane == 0 ? 2 : 4)
+                        : plane == 0 ? PlaneShift(degrees, width, height)
+                                     : PlaneShift(degrees, width / 2, height / 2);
     iplRotate(from[plane].get(), to[plane].get(), -degrees, shift.x, shift.y,
               exact ? IPL_INTER_NN | WARP_EDGE_BLEND : IPL_INTER_NN);
   }

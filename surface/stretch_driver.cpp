@@ -22,19 +22,15 @@ struct Operand {
   const RECT* rect;
 };
 
-/// @return whether a stretch of planes may read a picture as planes.
-bool HasPlanes(const SurfaceDescription& d) {
-  return d.format == FORMAT_YUV420;
-}
-
-/// Draws one operand into the other by the family of @p to.
+/// Draws one operand into the other by the family of @p to. Nothing but planes is drawn into
+/// planes.
 void StretchPart(const Operand& from, const Operand& to, ScaleMode mode) {
   const SurfaceDescription& s = from.picture;
   const SurfaceDescription& t = to.picture;
   const auto width = static_cast<std::uint32_t>(s.width);
   const auto targetWidth = static_cast<std::uint32_t>(t.width);
   if (t.format == FORMAT_YUV420) {
-    if (!HasPlanes(s)) return;
+    if (s.format != FORMAT_YUV420) return;
     StretchYuv420(from.pixels, width, s.height, s.stride, from.rect, to.pixels, targetWidth,
                   t.height, t.stride, to.rect, 0, mode, 0);
   } else {
@@ -49,13 +45,6 @@ bool PixelsInBlock(const SurfaceDescription& d, const std::uint8_t* pixels) {
   if (pixels == nullptr || !PictureInBlock(d, pixels)) return false;
   const std::int64_t row = std::int64_t{d.width} * (d.bitsPerPixel / 8);
   return (std::int64_t{d.height} - 1) * d.stride + row <= PixelBlockBytes(pixels);
-}
-
-SurfaceDescription Describe(IZorSurface* surface) {
-  SurfaceDescription description{};
-  description.size = sizeof description;
-  surface->GetDescription(&description);
-  return description;
 }
 
 /// A copy of a rectangle, in memory rows of its picture.
@@ -89,24 +78,22 @@ std::int32_t CZorSurfaceBuffer::StretchFromSurfaceNow(RECT* target, IZorSurface*
     d.DirtyRect = {0, 0, d.width, d.height};
   }
   const MemoryRect to(target, d);
-  const SurfaceDescription before = Describe(source);
+  const SurfaceDescription before = DescriptionOf(source);
   if (sourceRect != nullptr) {
     const RectCheck check = CheckDrawingRect(*sourceRect, before.width, before.height);
     if (check != RectCheck::kDraw) return ResultOf(check);
   }
   const MemoryRect from(sourceRect, before);
 
-  const bool isRgb = d.format == FORMAT_RGB24 || d.format == FORMAT_RGB32;
-  const bool sourceIsRgb = before.format == FORMAT_RGB24 || before.format == FORMAT_RGB32;
-  if (d.format == FORMAT_YUV420 && sourceIsRgb) source->QueueConvert(FORMAT_YUV420);
-  if (isRgb && before.format == FORMAT_YUV420) source->QueueConvert(FORMAT_RGB24);
+  if (d.format == FORMAT_YUV420 && IsRgb(before.format)) source->QueueConvert(FORMAT_YUV420);
+  if (IsRgb(d.format) && before.format == FORMAT_YUV420) source->QueueConvert(FORMAT_RGB24);
   std::uint8_t* pixels = nullptr;
   source->GetPixels(&pixels);
-  if (!IsPackedRgbOrGray(d.format) && d.format != FORMAT_YUV420) return VED_E_UNSUPPORTED;
+  if (!IsRgbOrGray(d.format) && d.format != FORMAT_YUV420) return VED_E_UNSUPPORTED;
 
   // The queue may have left the source smaller than its rectangle, or without pixels. This surface
   // may be the source itself, or its mask.
-  const SurfaceDescription after = Describe(source);
+  const SurfaceDescription after = DescriptionOf(source);
   const bool readable =
       PixelsInBlock(after, pixels) &&
       (sourceRect == nullptr ||
@@ -144,12 +131,12 @@ std::int32_t CZorSurfaceBuffer::StretchToMemoryNow(RECT* source, RECT* target, s
     if (check != RectCheck::kDraw) return ResultOf(check);
   }
   const bool planar = d.format == FORMAT_YUV420;
-  if (!planar && !IsPackedRgbOrGray(d.format)) return VED_E_UNSUPPORTED;
+  if (!planar && !IsRgbOrGray(d.format)) return VED_E_UNSUPPORTED;
 
   SurfaceDescription to = d;
   to.width = width;
   to.height = height;
-  const std::int64_t natural = planar ? width : AlignedRowBytes(width, d.bitsPerPixel);
+  const std::int64_t natural = planar ? width : WordAlignedStride(d.bitsPerPixel, width);
   to.stride = stride >= 1 ? stride : FitsWord(natural) ? static_cast<std::int32_t>(natural) : 0;
   if (to.stride < 1 || !PixelsInBlock(d, pixels_)) return VED_OK;
   const std::int64_t row = std::int64_t{width} * (d.bitsPerPixel / 8);

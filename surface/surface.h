@@ -13,6 +13,14 @@
 
 namespace zor {
 
+/// @return the description of a surface, which may be a host's.
+inline SurfaceDescription DescriptionOf(IZorSurface* surface) {
+  SurfaceDescription description{};
+  description.size = sizeof description;
+  surface->GetDescription(&description);
+  return description;
+}
+
 /// One deferred operation.
 struct SurfaceOperation {
   std::int32_t type;  ///< `kResize` or `kConvert`; others run as nothing
@@ -26,7 +34,13 @@ struct SurfaceOperation {
   static constexpr std::int32_t kConvert = 2;
 };
 
-/// The bits of `StorageFlags` of which any makes the block the surface's to free.
+/// The smallest width and height that the builder makes and the queue resizes to.
+inline constexpr std::int32_t kMinSurfaceSize = 4;
+
+/// The word `StorageKind` of every finished surface: its pixels lie in a block of its own.
+inline constexpr std::uint32_t kStorageInBlock = 4;
+
+/// The bits of the storage word of which any makes the block the surface's to free.
 inline constexpr std::uint32_t kStorageOwned = 5;
 
 /// The host's memory as the target of a flush's last operation.
@@ -37,6 +51,7 @@ struct DirectOutput {
   std::uint32_t orientation = 0;
 };
 
+/// The slots of a surface but those of its pixels, which `CZorSurfaceBuffer` adds.
 class CZorSurface : public IZorSurface, public VideoEdit::CVedUnknown {
  public:
   explicit CZorSurface(const SurfaceDescription& description) noexcept;

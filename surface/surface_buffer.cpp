@@ -35,7 +35,6 @@ std::int32_t CZorSurfaceBuffer::GetPixels(std::uint8_t** out) {
 
 bool CZorSurfaceBuffer::AllocatePixels(std::int32_t bytes, BlockContents contents) noexcept {
   if (bytes < 1) return false;
-  pixelBytes_ = bytes;
   const std::int64_t covered = CoveredBytes(description_, bytes);
   pixels_ = AllocatePixelBlock(covered, description_.width, description_.height,
                                covered == bytes ? contents : BlockContents::kZero);

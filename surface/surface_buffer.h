@@ -5,11 +5,16 @@
 /// @file
 /// The surface with its pixels: storage, read-out and the drivers of the engines.
 
+#include <zorsurface/scale_mode.h>
+
 #include "platform/pixel_block.h"
 #include "surface/surface.h"
 
 namespace zor {
 
+struct Conversion;
+
+/// The surface that the builder makes: every slot, and the block of pixels.
 class CZorSurfaceBuffer final : public CZorSurface {
  public:
   explicit CZorSurfaceBuffer(const SurfaceDescription& description) noexcept
@@ -43,8 +48,7 @@ class CZorSurfaceBuffer final : public CZorSurface {
   /// @param bytes the size that the surface reports; the block covers more where the description
   ///        says that later steps will touch more.
   /// @param contents `kUnset` where the caller writes all of these bytes at once.
-  bool AllocatePixels(std::int32_t bytes,
-                      BlockContents contents = BlockContents::kZero) noexcept;
+  bool AllocatePixels(std::int32_t bytes, BlockContents contents = BlockContents::kZero) noexcept;
   /// Frees the block if the surface owns it.
   void FreePixels() noexcept;
 
@@ -61,11 +65,24 @@ class CZorSurfaceBuffer final : public CZorSurface {
   std::int32_t ExportGlobalDib(void** image);
   std::int32_t ExportDirectDraw(void** image);
 
-  /// Exchanges the chroma planes, in place or into the host's memory.
-  std::int32_t ExchangeChroma();  // convert_driver.cpp
+  /// The two targets of `ResizeNow`: the host's memory, and a new block, which the mask follows.
+  /// @param rect where the picture stands in the target, between bands; null for all of it.
+  std::int32_t ResizeIntoMemory(std::int32_t width, std::int32_t height, const RECT* rect,
+                                ScaleMode mode);  // resize_driver.cpp
+  std::int32_t ResizeIntoBlock(std::int32_t width, std::int32_t height, const RECT* rect,
+                               ScaleMode mode);
 
-  /// The time in which a mask follows its surface. A surface may be its own mask, or that of its
-  /// mask: a circle of them is gone round once.
+  /// The two targets of `ConvertNow`: the host's memory, and a new block.
+  std::int32_t ConvertIntoMemory(const Conversion& conversion);  // convert_driver.cpp
+  std::int32_t ConvertIntoBlock(const Conversion& conversion);
+  /// Runs the engine on the surface's pixels. @param rowOrder see `OrientationArgument::kRowOrder`.
+  void RunConversion(const Conversion& conversion, std::uint8_t* target, std::int32_t targetStride,
+                     std::uint32_t rowOrder) const;
+  /// Exchanges the chroma planes, in place or into the host's memory.
+  std::int32_t ExchangeChroma();
+
+  /// The time in which a mask follows its surface. A surface may be its own mask, or the mask of
+  /// its mask: such a circle is gone round once.
   class MaskTurn {
    public:
     explicit MaskTurn(CZorSurfaceBuffer* surface) noexcept
@@ -75,6 +92,7 @@ class CZorSurfaceBuffer final : public CZorSurface {
     ~MaskTurn() { surface_->maskFollows_ = before_; }
     MaskTurn(const MaskTurn&) = delete;
     MaskTurn& operator=(const MaskTurn&) = delete;
+    /// @return whether there is a mask that hasn't been reached in this round.
     bool HasMask() const noexcept { return !before_ && surface_->mask_ != nullptr; }
 
    private:
@@ -86,8 +104,7 @@ class CZorSurfaceBuffer final : public CZorSurface {
   void ReplacePixels(std::uint8_t* pixels) noexcept;
 
   std::uint8_t* pixels_ = nullptr;
-  std::int32_t pixelBytes_ = 0;  ///< set by `AllocatePixels` only
-  bool maskFollows_ = false;
+  bool maskFollows_ = false;  ///< the mask is being resized or turned after this surface
 };
 
 }  // namespace zor
