@@ -30,6 +30,52 @@ void BlendSamples(std::uint8_t* a, const std::uint8_t* b, std::int32_t first, st
   }
 }
 
+/// One slanted edge, walked over the whole positions of its longer axis.
+struct SlantedEdge {
+  bool flat;          ///< the longer axis is x
+  bool innerIsAbove;  ///< the picture lies on the side of the larger coordinates of the other axis
+  double start;       ///< of the first vertex, along the longer axis
+  double base;        ///< and across it
+  double end;         ///< of the second vertex, along the longer axis
+  double slope;
+
+  SlantedEdge(const IplVertex& from, const IplVertex& to, bool clockwise) {
+    const double dx = to.x - from.x;
+    const double dy = to.y - from.y;
+    flat = std::fabs(dx) >= std::fabs(dy);
+    slope = flat ? dy / dx : dx / dy;
+    start = flat ? from.x : from.y;
+    base = flat ? from.y : from.x;
+    end = flat ? to.x : to.y;
+    const bool forward = clockwise == (flat ? dx > 0 : dy > 0);
+    innerIsAbove = flat ? forward : !forward;
+  }
+};
+
+/// Blends every pixel just outside of an edge with the one inside that the edge passes next.
+void BlendEdge(IplImage* image, const SlantedEdge& edge, std::int32_t first, std::int32_t last) {
+  const double low = edge.start < edge.end ? edge.start : edge.end;
+  const double high = edge.start < edge.end ? edge.end : edge.start;
+  for (double at = std::ceil(low); at <= std::floor(high); at += 1) {
+    const double crossing = edge.slope * (at - edge.start) + edge.base;
+    const double down = std::floor(crossing);
+    const double up = std::ceil(crossing);
+    if (down == up) continue;
+    const double inner = edge.innerIsAbove ? up : down;
+    const double outer = edge.innerIsAbove ? down : up;
+    const auto a = static_cast<std::int32_t>(at);
+    const auto o = static_cast<std::int32_t>(outer);
+    const auto n = static_cast<std::int32_t>(inner);
+    const double weightOuter = std::fabs(crossing - outer);
+    const double weightInner = std::fabs(crossing - inner);
+    if (edge.flat) {
+      iplBlendEdgePixel(image, a, o, a, n, first, last, weightOuter, weightInner);
+    } else {
+      iplBlendEdgePixel(image, o, a, n, a, first, last, weightOuter, weightInner);
+    }
+  }
+}
+
 bool Holds(const IplImage& image, std::int32_t x, std::int32_t y) {
   return x >= 0 && x < image.width && y >= 0 && y < image.height;
 }
@@ -70,37 +116,8 @@ void iplSmoothEdges(IplImage* image, const double* quad, std::int32_t x0, std::i
   for (std::int32_t i = 0; i < count; ++i) {
     const IplVertex& from = polygon[i];
     const IplVertex& to = polygon[i + 1 < count ? i + 1 : 0];
-    const double dx = to.x - from.x;
-    const double dy = to.y - from.y;
-    if (dx == 0 || dy == 0) continue;
-    const bool flat = std::fabs(dx) >= std::fabs(dy);
-    // Walk whole positions of the longer axis; the edge crosses between two of the shorter one.
-    const double slope = flat ? dy / dx : dx / dy;
-    const double start = flat ? from.x : from.y;
-    const double base = flat ? from.y : from.x;
-    const double end = flat ? to.x : to.y;
-    const bool forward = (orientation != 0) == (flat ? dx > 0 : dy > 0);
-    const bool innerAbove = flat ? forward : !forward;
-    const double low = start < end ? start : end;
-    const double high = start < end ? end : start;
-    for (double at = std::ceil(low); at <= std::floor(high); at += 1) {
-      const double crossing = slope * (at - start) + base;
-      const double down = std::floor(crossing);
-      const double up = std::ceil(crossing);
-      if (down == up) continue;
-      const double inner = innerAbove ? up : down;
-      const double outer = innerAbove ? down : up;
-      const auto o = static_cast<std::int32_t>(outer);
-      const auto n = static_cast<std::int32_t>(inner);
-      const auto a = static_cast<std::int32_t>(at);
-      const double weightOuter = std::fabs(crossing - outer);
-      const double weightInner = std::fabs(crossing - inner);
-      if (flat) {
-        iplBlendEdgePixel(image, a, o, a, n, first, last, weightOuter, weightInner);
-      } else {
-        iplBlendEdgePixel(image, o, a, n, a, first, last, weightOuter, weightInner);
-      }
-    }
+    if (from.x == to.x || from.y == to.y) continue;
+    BlendEdge(image, SlantedEdge(from, to, orientation != 0), first, last);
   }
 }
 

@@ -68,6 +68,26 @@ bool ChannelsOfBoth(const IplImage* src, const IplImage* dst, const char* functi
   return false;
 }
 
+/// Where a right angle takes a picture: the columns and rows of its image, inclusive, and the
+/// source position (xx x + xy y + xc, yx x + yy y + yc) of a destination pixel (x, y).
+struct RightTurn {
+  std::int64_t left, right, top, bottom;
+  std::int64_t xx, xy, xc;
+  std::int64_t yx, yy, yc;
+};
+
+/// @param degrees 90, 180 or 270. @param s the source's rectangle. @param xs, ys the shifts.
+RightTurn TurnRight(std::int32_t degrees, const IplRect& s, std::int64_t xs, std::int64_t ys) {
+  switch (degrees) {
+    case 90:
+      return {s.y0 + xs, s.y1 + xs, ys - s.x1, ys - s.x0, 0, -1, ys, 1, 0, -xs};
+    case 180:
+      return {xs - s.x1, xs - s.x0, ys - s.y1, ys - s.y0, -1, 0, xs, 0, -1, ys};
+    default:
+      return {xs - s.y1, xs - s.y0, ys + s.x0, ys + s.x1, 0, 1, -ys, -1, 0, xs};
+  }
+}
+
 /// Moves pixels by a right angle and whole shifts.
 void MovePixels(IplImage* src, IplImage* dst, double a, double xShift, double yShift) {
   const char* const function = "iplRotate";
@@ -82,17 +102,7 @@ void MovePixels(IplImage* src, IplImage* dst, double a, double xShift, double yS
   if (!(std::fabs(xShift) < kFarAway && std::fabs(yShift) < kFarAway)) return;
   const auto xs = static_cast<std::int64_t>(std::floor(xShift));
   const auto ys = static_cast<std::int64_t>(std::floor(yShift));
-
-  // The source's image, and the source position of a destination pixel: x = xx x' + xy y' + xc.
-  struct Turn {
-    std::int64_t left, right, top, bottom;
-    std::int64_t xx, xy, xc, yx, yy, yc;
-  };
-  const auto degrees = static_cast<std::int32_t>(a + 0.1);
-  const Turn turn =
-      degrees == 90    ? Turn{s.y0 + xs, s.y1 + xs, ys - s.x1, ys - s.x0, 0, -1, ys, 1, 0, -xs}
-      : degrees == 180 ? Turn{xs - s.x1, xs - s.x0, ys - s.y1, ys - s.y0, -1, 0, xs, 0, -1, ys}
-                       : Turn{xs - s.y1, xs - s.y0, ys + s.x0, ys + s.x1, 0, 1, -ys, -1, 0, xs};
+  const RightTurn turn = TurnRight(static_cast<std::int32_t>(a + 0.1), s, xs, ys);
   const std::int64_t x0 = turn.left > d.x0 ? turn.left : d.x0;
   const std::int64_t x1 = turn.right < d.x1 ? turn.right : d.x1;
   const std::int64_t y0 = turn.top > d.y0 ? turn.top : d.y0;
@@ -148,8 +158,8 @@ InverseMap iplAffineFromQuad(const IplRect& rect, const double* quad) {
 
 using WarpKernel = void (*)(const WarpRows&) noexcept;
 
-/// Depth (8, 16 bits, float) x order (pixels, planes) x interpolation; what no picture of this
-/// system needs has no kernel.
+/// By depth (8, 16 bits, float), order (pixels, planes) and interpolation. Only pictures of 8 bits
+/// in pixel order are ever turned, so that the others have no kernel.
 constexpr WarpKernel kKernels[18] = {WarpNearest8, WarpLinear8, WarpCubic8};
 
 WarpKernel KernelFor(const IplImage& src, const IplImage& dst, std::int32_t interpolation) {

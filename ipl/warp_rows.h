@@ -46,7 +46,8 @@ struct LatticeMove {
   std::int32_t pixelBytes;  ///< 1, 3 or 4
 };
 
-/// Copies columns @p x0 to @p x1 of rows @p y0 to @p y1, inclusive, in tiles.
+/// Copies columns @p x0 to @p x1 of rows @p y0 to @p y1, inclusive: whole rows, or bands of turned
+/// ones.
 void MoveLattice(const LatticeMove& move, std::int32_t x0, std::int32_t y0, std::int32_t x1,
                  std::int32_t y1) noexcept;
 

@@ -32,22 +32,23 @@ void* FindKelpFunction(const char* name) noexcept {
   return found != nullptr ? FindFunction(found, name) : nullptr;
 }
 
+/// Calls a function of the library. @return its result, or `kMissing`.
+template <class Function, class... Arguments>
+std::int32_t Call(const char* name, Arguments... arguments) {
+  const auto function = reinterpret_cast<Function>(FindKelpFunction(name));
+  return function != nullptr ? function(arguments...) : kMissing;
+}
+
 std::int32_t ZOR_KELP_CALL GetInfo(void* handle, KelpInfo* info) {
-  const auto function =
-      reinterpret_cast<decltype(KelpToolCalls::getInfo)>(FindKelpFunction("KelpGetInfo"));
-  return function != nullptr ? function(handle, info) : kMissing;
+  return Call<decltype(KelpToolCalls::getInfo)>("KelpGetInfo", handle, info);
 }
 
 std::int32_t ZOR_KELP_CALL LockData(void* handle, void** pixels) {
-  const auto function =
-      reinterpret_cast<decltype(KelpToolCalls::lockData)>(FindKelpFunction("KelpLockData"));
-  return function != nullptr ? function(handle, pixels) : kMissing;
+  return Call<decltype(KelpToolCalls::lockData)>("KelpLockData", handle, pixels);
 }
 
 std::int32_t ZOR_KELP_CALL UnlockData(void* handle) {
-  const auto function =
-      reinterpret_cast<decltype(KelpToolCalls::unlockData)>(FindKelpFunction("KelpUnlockData"));
-  return function != nullptr ? function(handle) : kMissing;
+  return Call<decltype(KelpToolCalls::unlockData)>("KelpUnlockData", handle);
 }
 
 }  // namespace

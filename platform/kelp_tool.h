@@ -21,13 +21,13 @@ namespace zor {
 
 /// The four words that `KelpGetInfo` fills.
 struct KelpInfo {
-  std::int32_t width;
-  std::int32_t height;
-  std::int32_t bitCount;
-  std::int32_t stride;
+  std::int32_t width;     ///< pixels per row
+  std::int32_t height;    ///< rows
+  std::int32_t bitCount;  ///< bits per pixel
+  std::int32_t stride;    ///< bytes from one row to the next
 };
 
-/// @return 0 on success.
+/// Describes the picture behind a handle. @return 0 on success.
 std::int32_t KelpGetInfo(void* handle, KelpInfo* info) noexcept;
 /// Gives the address of the pixels. @return 0 on success.
 std::int32_t KelpLockData(void* handle, void** pixels) noexcept;

@@ -6,9 +6,9 @@
 namespace zor {
 
 const SystemCalls& NativeSystemCalls() noexcept {
-  static const SystemCalls calls = {NativeMemoryCalls(), NativeGlobalMemoryCalls(),
+  static const SystemCalls calls = {NativeMemoryCalls(),     NativeGlobalMemoryCalls(),
                                     NativeDirectDrawCalls(), NativeDirectDrawSurfaceCalls(),
-                                    NativeKelpToolCalls(), NativeSharedLibraryCalls()};
+                                    NativeKelpToolCalls(),   NativeSharedLibraryCalls()};
   return calls;
 }
 
