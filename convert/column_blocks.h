@@ -38,4 +38,15 @@ ZOR_ALWAYS_INLINE std::int32_t ForEachBlock(std::int32_t columns, bool stream, c
   return x;
 }
 
+/// Covers both rows of a pair, with an overlapping last block.
+/// @tparam Block `Block<kInner>{rows}` with `Convert` as above; inner pairs load shared rows once
+/// @param rows the pair; `rows.inner` says whether it is neither the first nor the last
+template <template <bool> class Block, class Pair>
+ZOR_ALWAYS_INLINE std::int32_t ForEachBlockOfPair(const Pair& rows, std::int32_t columns,
+                                                  bool stream) {
+  constexpr BlockCover kCover = BlockCover::kOverlap;
+  return rows.inner ? ForEachBlock<kCover>(columns, stream, Block<true>{rows})
+                    : ForEachBlock<kCover>(columns, stream, Block<false>{rows});
+}
+
 }  // namespace zor

@@ -16,12 +16,13 @@ void FastMemCopy(void* destination, const void* source, std::size_t bytes) noexc
 /// The MMX form: blocks of 64 bytes, then the rest.
 void MemCopyMmx(void* destination, const void* source, std::size_t bytes) noexcept;
 
-/// The streaming form: as `MemCopyMmx`, past the caches.
+/// The streaming form: past the caches from `kStreamingBytes` (convert/streaming.h) on.
 void MemCopyStream(void* destination, const void* source, std::size_t bytes) noexcept;
 
-/// Copies past the caches, however little it is. What is copied so is in place for others after
+/// Copies past the caches, however little it is; what other threads see is in place after
 /// `EndStreaming`.
 void StreamBytes(void* destination, const void* source, std::size_t bytes) noexcept;
+/// Waits until what was streamed is in memory.
 void EndStreaming() noexcept;
 
 }  // namespace zor

@@ -6,14 +6,9 @@
 #include <cstdint>
 
 #include "convert/fast_mem_copy.h"
+#include "convert/streaming.h"
 
 namespace zor {
-namespace {
-
-/// From here on a copy passes the caches by: below, what follows reads the copy again.
-constexpr std::size_t kStreamed = std::size_t{8} << 20;
-
-}  // namespace
 
 void StreamBytes(void* destination, const void* source, std::size_t bytes) noexcept {
   auto* to = static_cast<std::uint8_t*>(destination);
@@ -45,7 +40,7 @@ void EndStreaming() noexcept {
 }
 
 void MemCopyStream(void* destination, const void* source, std::size_t bytes) noexcept {
-  if (bytes < kStreamed) {
+  if (bytes < static_cast<std::size_t>(kStreamingBytes)) {
     __builtin_memcpy(destination, source, bytes);
     return;
   }

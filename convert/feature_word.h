@@ -14,16 +14,16 @@ inline constexpr std::uint32_t kFeatureMmx = 1u << 23;
 inline constexpr std::uint32_t kFeatureSse = 1u << 25;
 inline constexpr std::uint32_t kFeatureSse2 = 1u << 26;
 
-/// Processor capability bits as CPUID reports them; filled when the library is loaded. Tests set
-/// it to run other forms.
+/// The capability word: feature bits as CPUID reports them, found when the library is loaded. Tests
+/// set it to run other forms.
 extern std::uint32_t CpuFeatureWord;
 
-/// Fills the colour tables and writes the forms of the kernel table. @return the capability word; a
-/// second call does nothing and returns the first word.
+/// Fills the colour tables and writes the kernel table's forms, once: a later call does nothing.
+/// @return the capability word of the first call.
 std::uint32_t InitPixelConversion() noexcept;
 
-/// The first result of the initialiser. A word of 0, from a processor that tells nothing, guards
-/// nothing: the initialiser would do its work again.
+/// The result of the first `InitPixelConversion`, by which later calls know that the work is done.
+/// Where a processor reports no feature at all it is 0, and the work is done again.
 extern std::uint32_t PixelConversionGuard;
 
 /// What CPUID says of a processor.
@@ -39,11 +39,11 @@ std::uint32_t FeatureWordOf(const CpuidReplies& replies) noexcept;
 /// Asks the processor. @return the capability word; 0 where CPUID tells nothing.
 std::uint32_t DetectCpuFeatures() noexcept;
 
-/// Width of the inner speed-ups that an SSE2 form may use. Same bytes at every level.
+/// Width of the inner speed-ups that an SSE2 form may use. The bytes are the same at every level.
 enum class VectorLevel { kSse2 = 0, kAvx2 = 1, kAvx512 = 2 };
 
 /// @return the widest level of this processor, or the level that a test or benchmark has pinned.
-///         kAvx512 means F, BW, DQ, VL, VBMI and VNNI together.
+///         `kAvx512` means F, BW, DQ, VL, VBMI and VNNI together.
 VectorLevel InnerVectorLevel() noexcept;
 
 /// Test and benchmark hook: no level above @p level is used; never raises it above the processor's.

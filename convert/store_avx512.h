@@ -5,31 +5,18 @@
 /// @file
 /// Stores of AVX-512 forms, into the caches or past them. Included by AVX-512 forms only.
 
-#include <immintrin.h>
-
-#include <cstdint>
-
-#include "platform/compiler.h"
+#include "convert/store_avx2.h"
 
 namespace zor {
 namespace {
 
-/// Streamed stores go to addresses that are multiples of their size.
+/// As the narrower ones of convert/store_avx2.h.
 template <bool kStream>
 ZOR_ALWAYS_INLINE void Store64(std::uint8_t* target, __m512i bytes) {
   if constexpr (kStream) {
     _mm512_stream_si512(reinterpret_cast<__m512i*>(target), bytes);
   } else {
     _mm512_storeu_si512(target, bytes);
-  }
-}
-
-template <bool kStream>
-ZOR_ALWAYS_INLINE void Store32(std::uint8_t* target, __m256i bytes) {
-  if constexpr (kStream) {
-    _mm256_stream_si256(reinterpret_cast<__m256i*>(target), bytes);
-  } else {
-    _mm256_storeu_si256(reinterpret_cast<__m256i*>(target), bytes);
   }
 }
 

@@ -12,8 +12,8 @@
 ///
 /// At an odd width the last column isn't written and each next row pair starts one pixel further to
 /// the left, in the target and in luma. An odd last row isn't written, but by
-/// `ConvertYuv420ToRgb24Sse2`, which walks row by row. Two or three rows are one pair whose luma and
-/// chroma stay as they are; below two the filtering forms write nothing.
+/// `ConvertYuv420ToRgb24Sse2`, which walks row by row. Two or three rows are one pair whose luma
+/// and chroma stay as they are; below two the filtering forms write nothing.
 
 #include <cstdint>
 
@@ -29,8 +29,8 @@ using Yuv420ToRgbKernel = void(std::uint8_t* target, std::int32_t targetStride,
                                std::int32_t height) noexcept;
 
 Yuv420ToRgbKernel ConvertYuv420ToRgb32Plain;
-/// Blocks of 8 columns with truncating averages. Where the width has bit 3 set, all pairs of rows but
-/// the first run 8 columns past it.
+/// Blocks of 8 columns with truncating averages. Where the width has bit 3 set, all pairs of rows
+/// but the first run 8 columns past it.
 Yuv420ToRgbKernel ConvertYuv420ToRgb32Mmx;
 /// Blocks of 16 columns; in the first and the last pair of rows their chroma is averaged with the
 /// neighbouring row, where the tail takes a single row.

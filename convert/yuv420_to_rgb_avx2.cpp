@@ -12,8 +12,8 @@ namespace {
 
 /// The chroma of 32 columns: U and V of sixteen pairs in turn, as signed bytes.
 ZOR_ALWAYS_INLINE __m256i InTurn(__m128i u, __m128i v) {
-  return _mm256_xor_si256(
-      _mm256_set_m128i(_mm_unpackhi_epi8(u, v), _mm_unpacklo_epi8(u, v)), _mm256_set1_epi8(-128));
+  return _mm256_xor_si256(_mm256_set_m128i(_mm_unpackhi_epi8(u, v), _mm_unpacklo_epi8(u, v)),
+                          _mm256_set1_epi8(-128));
 }
 
 /// One colour of 32 columns out of the words of the even and of the odd ones.
@@ -34,7 +34,7 @@ ZOR_ALWAYS_INLINE void StoreColours(std::uint8_t* target, __m256i luma, const Co
   const __m256i green = PackByParity(even.green, odd.green);
   const __m256i red = PackByParity(even.red, odd.red);
   const __m256i zero = _mm256_setzero_si256();
-  const __m256i blueGreenLow = _mm256_unpacklo_epi8(blue, green);  // columns 0-7 | 16-23
+  const __m256i blueGreenLow = _mm256_unpacklo_epi8(blue, green);   // columns 0-7 | 16-23
   const __m256i blueGreenHigh = _mm256_unpackhi_epi8(blue, green);  // 8-15 | 24-31
   const __m256i redLow = _mm256_unpacklo_epi8(red, zero);
   const __m256i redHigh = _mm256_unpackhi_epi8(red, zero);
@@ -83,9 +83,7 @@ struct RawBlock {
 
 std::int32_t Yuv420ToRgb32RowsAvx2(const Yuv420ToRgbPair& rows, std::int32_t columns,
                                    bool stream) noexcept {
-  return rows.inner
-             ? ForEachBlock<BlockCover::kOverlap>(columns, stream, FilteredBlock<true>{rows})
-             : ForEachBlock<BlockCover::kOverlap>(columns, stream, FilteredBlock<false>{rows});
+  return ForEachBlockOfPair<FilteredBlock>(rows, columns, stream);
 }
 
 std::int32_t Yuv420ToRgb24RowAvx2(std::uint8_t* target, const std::uint8_t* luma,

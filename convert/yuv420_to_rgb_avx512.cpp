@@ -51,9 +51,7 @@ struct RawBlock {
 
 std::int32_t Yuv420ToRgb32RowsAvx512(const Yuv420ToRgbPair& rows, std::int32_t columns,
                                      bool stream) noexcept {
-  return rows.inner
-             ? ForEachBlock<BlockCover::kOverlap>(columns, stream, FilteredBlock<true>{rows})
-             : ForEachBlock<BlockCover::kOverlap>(columns, stream, FilteredBlock<false>{rows});
+  return ForEachBlockOfPair<FilteredBlock>(rows, columns, stream);
 }
 
 std::int32_t Yuv420ToRgb24RowAvx512(std::uint8_t* target, const std::uint8_t* luma,

@@ -20,10 +20,10 @@ void ConvertBlock(const Yuv420ToRgbPair& rows, std::int32_t x) {
   for (int row = 0; row < 2; ++row) {
     const __m64 luma = SmoothTruncating<LoadEight>(rows.luma[row], x);
     std::uint8_t* target = rows.target[row] + 4 * x;
-    const FourPixels low = ConvertFour(_mm_unpacklo_pi8(luma, zero), _mm_unpacklo_pi16(u, u),
-                                       _mm_unpacklo_pi16(v, v));
-    const FourPixels high = ConvertFour(_mm_unpackhi_pi8(luma, zero), _mm_unpackhi_pi16(u, u),
-                                        _mm_unpackhi_pi16(v, v));
+    const FourPixels low =
+        ConvertFour(_mm_unpacklo_pi8(luma, zero), _mm_unpacklo_pi16(u, u), _mm_unpacklo_pi16(v, v));
+    const FourPixels high =
+        ConvertFour(_mm_unpackhi_pi8(luma, zero), _mm_unpackhi_pi16(u, u), _mm_unpackhi_pi16(v, v));
     for (int i = 0; i < 2; ++i) {
       StoreEight(target + 8 * i, low.pixels[i]);
       StoreEight(target + 16 + 8 * i, high.pixels[i]);
@@ -34,9 +34,8 @@ void ConvertBlock(const Yuv420ToRgbPair& rows, std::int32_t x) {
 }  // namespace
 
 void ConvertYuv420ToRgb32Mmx(std::uint8_t* target, std::int32_t targetStride,
-                             const std::uint8_t* luma, const std::uint8_t* u,
-                             const std::uint8_t* v, std::int32_t lumaStride,
-                             std::int32_t chromaStride, std::int32_t width,
+                             const std::uint8_t* luma, const std::uint8_t* u, const std::uint8_t* v,
+                             std::int32_t lumaStride, std::int32_t chromaStride, std::int32_t width,
                              std::int32_t height) noexcept {
   WalkYuv420ToRgb<Rgb32>(
       {target, targetStride, luma, u, v, lumaStride, chromaStride, width, height},

@@ -24,8 +24,8 @@ struct Yuv420ToRgbPair {
   bool inner;  ///< neither the first nor the last: luma[1] shares two rows with luma[0]
 };
 
-/// The chroma row of a pair by the table arithmetic: smoothed, but in the first pair its own row and
-/// in the last one the row before it.
+/// The chroma row of a pair by the table arithmetic: smoothed, but in the first pair its own row
+/// and in the last one the row before it.
 ZOR_ALWAYS_INLINE RowTriple PlanTailChroma(const std::uint8_t* centre, std::ptrdiff_t stride,
                                            bool first, bool last) noexcept {
   if (first) return {centre, centre, centre};
@@ -40,8 +40,7 @@ ZOR_ALWAYS_INLINE void ConvertColumns(const Yuv420ToRgbPair& rows, std::ptrdiff_
   const TableChroma chroma(rows.tailU.Smooth(x / 2), rows.tailV.Smooth(x / 2));
   for (int row = 0; row < 2; ++row) {
     for (std::ptrdiff_t column = x; column < x + 2; ++column) {
-      chroma.Store<Pixel>(rows.target[row] + column * Pixel::kBytes,
-                          rows.luma[row].Smooth(column));
+      chroma.Store<Pixel>(rows.target[row] + column * Pixel::kBytes, rows.luma[row].Smooth(column));
     }
   }
 }

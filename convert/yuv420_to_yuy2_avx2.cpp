@@ -36,8 +36,7 @@ struct Block {
 
 std::int32_t Yuv420ToYuy2RowsAvx2(const Yuv420ToYuy2Pair& rows, std::int32_t columns,
                                   bool stream) noexcept {
-  return rows.inner ? ForEachBlock<BlockCover::kOverlap>(columns, stream, Block<true>{rows})
-                    : ForEachBlock<BlockCover::kOverlap>(columns, stream, Block<false>{rows});
+  return ForEachBlockOfPair<Block>(rows, columns, stream);
 }
 
 }  // namespace zor

@@ -3,7 +3,8 @@
 #pragma once
 
 /// @file
-/// The 6-bit arithmetic from Y, U and V to B, G and R by byte products. Included by AVX2 forms only.
+/// The 6-bit arithmetic from Y, U and V to B, G and R by byte products. Included by AVX2 forms
+/// only.
 
 #include <immintrin.h>
 

@@ -21,9 +21,9 @@ ZOR_ALWAYS_INLINE __m512i Pack(__m512i even, __m512i odd) {
   return _mm512_packus_epi16(_mm512_srai_epi16(even, 6), _mm512_srai_epi16(odd, 6));
 }
 
-/// What the chroma of 32 pairs of columns adds to blue and red and takes from green. The luma offset
-/// of 16 x 74 is taken off here: the terms keep their 16 bits, and each sum saturates once as
-/// before.
+/// What the chroma of 32 pairs of columns adds to blue and red and takes from green. The luma
+/// offset of 16 x 74 is taken off here: the terms keep their 16 bits, and each sum saturates once
+/// as before.
 struct ChromaTerms {
   __m512i blue;
   __m512i green;

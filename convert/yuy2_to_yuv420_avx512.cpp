@@ -46,8 +46,7 @@ struct Block {
 
 std::int32_t Yuy2ToYuv420RowsAvx512(const Yuy2ToYuv420Pair& rows, std::int32_t columns,
                                     bool stream) noexcept {
-  return rows.inner ? ForEachBlock<BlockCover::kOverlap>(columns, stream, Block<true>{rows})
-                    : ForEachBlock<BlockCover::kOverlap>(columns, stream, Block<false>{rows});
+  return ForEachBlockOfPair<Block>(rows, columns, stream);
 }
 
 }  // namespace zor

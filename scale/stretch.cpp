@@ -113,13 +113,21 @@ std::uint32_t StretchRgb(std::uint8_t* target, std::uint32_t targetWidth, std::i
   if (to.width > 0 && to.height > 0 && from.width > 0 && from.height > 0) {
     std::uint8_t* start = target + to.top * targetStride + to.left * targetBytes;
     if (turnedOver) start += (std::int64_t{to.height} - 1) * targetStride;
-    const ScaleTarget scaleTarget{start, to.width, to.height,
-                                  turnedOver ? -targetStride : targetStride, targetBytes, target,
-                                  target + PackedBytes(targetWidth, targetHeight, targetStride,
-                                                       targetBytes)};
+    const ScaleTarget scaleTarget{
+        start,
+        to.width,
+        to.height,
+        turnedOver ? -targetStride : targetStride,
+        targetBytes,
+        target,
+        target + PackedBytes(targetWidth, targetHeight, targetStride, targetBytes)};
     const ScaleSource scaleSource{
-        source + from.top * sourceStride + from.left * sourceBytes, from.width, from.height,
-        sourceStride, sourceBytes, source,
+        source + from.top * sourceStride + from.left * sourceBytes,
+        from.width,
+        from.height,
+        sourceStride,
+        sourceBytes,
+        source,
         source + PackedBytes(sourceWidth, sourceHeight, sourceStride, sourceBytes)};
     const ScaleAxes axes{0.0, static_cast<double>(from.width) / to.width, 0.0,
                          static_cast<double>(from.height) / to.height};

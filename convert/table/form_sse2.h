@@ -118,10 +118,16 @@ ZOR_ALWAYS_INLINE void StoreColumns(const Packing<kLuma, kU, kV>&, std::uint8_t*
   StoreSixteen(target + 16, _mm_unpackhi_epi8(even, odd));
 }
 
-/// Stores sixteen pixels of bytes.
+/// RGB targets whose colours are bytes, and those whose pixels are words of 16 bits.
 template <class Target>
-requires Target::kIsRgb &&(Target::kBytes != 2) ZOR_ALWAYS_INLINE
-    void StoreColumns(const Target& to, std::uint8_t* target, const SixteenColumns& columns) {
+concept RgbOfBytes = Target::kIsRgb && Target::kBytes != 2;
+template <class Target>
+concept RgbOfWords = Target::kIsRgb && Target::kBytes == 2;
+
+/// Stores sixteen pixels.
+template <RgbOfBytes Target>
+ZOR_ALWAYS_INLINE void StoreColumns(const Target& to, std::uint8_t* target,
+                                    const SixteenColumns& columns) {
   StoreColours<typename Target::Pixel>(target, columns.y, ChromaOfSixteen(columns.u, columns.v));
   if constexpr (requires { to.FourthByte(std::uint8_t{0}); }) {
     alignas(16) std::uint8_t y[16];
@@ -130,10 +136,9 @@ requires Target::kIsRgb &&(Target::kBytes != 2) ZOR_ALWAYS_INLINE
   }
 }
 
-/// Stores sixteen pixels of 16 bits.
-template <class Target>
-requires Target::kIsRgb &&(Target::kBytes == 2) ZOR_ALWAYS_INLINE
-    void StoreColumns(const Target&, std::uint8_t* target, const SixteenColumns& columns) {
+template <RgbOfWords Target>
+ZOR_ALWAYS_INLINE void StoreColumns(const Target&, std::uint8_t* target,
+                                    const SixteenColumns& columns) {
   constexpr int kGreenBits = Target::Pixel::kGreenBitCount;
   const __m128i zero = _mm_setzero_si128();
   const SixteenColours of(columns.y, ChromaOfSixteen(columns.u, columns.v));
