@@ -18,6 +18,7 @@
 
 #include "convert/feature_word.h"
 #include "support/guarded_memory.h"
+#include "support/with_features.h"
 
 namespace zor::test {
 
@@ -123,13 +124,6 @@ struct Form {
   const char* name;
   Kernel* kernel;
   VectorLevel level = VectorLevel::kSse2;
-};
-
-/// Pins the inner vector level for the length of a scope.
-class PinnedVectorLevel {
- public:
-  explicit PinnedVectorLevel(VectorLevel level) { LimitInnerVectorLevel(level); }
-  ~PinnedVectorLevel() { LimitInnerVectorLevel(VectorLevel::kAvx512); }
 };
 
 /// A statement's operands, laid out and compared together.

@@ -49,14 +49,13 @@ TEST(ThereAndBack, EveryPairGivesTheRecordedPicturesUnderEveryWord) {
 
 TEST(ThereAndBack, InnerVectorLevelsChangeNoByte) {
   for (VectorLevel level : {VectorLevel::kSse2, VectorLevel::kAvx2, VectorLevel::kAvx512}) {
-    LimitInnerVectorLevel(level);
+    const PinnedVectorLevel pinned(level);
     for (std::size_t i = 0; i < std::size(kPairs); ++i) {
       const WithFeatures features(kAllBits);
       EXPECT_EQ(ThereAndBack(kPairs[i]), kRecorded[i][0])
           << NameOf(kPairs[i]) << ", level " << static_cast<int>(level);
     }
   }
-  LimitInnerVectorLevel(VectorLevel::kAvx512);
 }
 
 }  // namespace

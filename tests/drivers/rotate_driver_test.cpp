@@ -37,23 +37,14 @@ void TurnPlane(const Plane& from, const Plane& to, double angle, double shiftX, 
   const double radians = angle * 3.14159265358979323846 / 180;
   const double c = std::cos(radians), s = std::sin(radians);
   const double coefficients[] = {c, s, shiftX, -s, c, shiftY};
-  double quad[8];
-  Corners(coefficients, from.width, from.height, quad);
-  const Affine m = Inverse(quad, from.width, from.height);
-  int first = 0, last = 0;
-  if (!ClippedRows(quad, to.width, to.height, &first, &last)) return;
-  for (int y = first; y <= last; ++y) {
-    int start = 0, end = -1;
-    if (!RowSpan(quad, y, to.width, &start, &end)) continue;
-    for (int x = start; x <= end; ++x) {
-      int sx = 0, sy = 0;
-      SourceOf(m, first, x, y, &sx, &sy);
-      if (sx < 0 || sy < 0 || sx >= from.width || sy >= from.height) continue;
-      std::memcpy(to.bytes + y * to.stride + x * to.channels,
-                  from.bytes + sy * from.stride + sx * from.channels,
-                  static_cast<std::size_t>(to.channels));
-    }
-  }
+  ForEachPainted(from, to, coefficients, [&](const Affine& m, int firstRow, int x, int y) {
+    int sx = 0, sy = 0;
+    SourceOf(m, firstRow, x, y, &sx, &sy);
+    if (sx < 0 || sy < 0 || sx >= from.width || sy >= from.height) return;
+    std::memcpy(to.bytes + y * to.stride + x * to.channels,
+                from.bytes + sy * from.stride + sx * from.channels,
+                static_cast<std::size_t>(to.channels));
+  });
 }
 
 struct Move {

@@ -20,41 +20,43 @@ TEST_F(Warp, CubicWithAThreePixelHighSourceIsLinear) {
   EXPECT_NE(a.bytes, b.bytes);
 }
 
+/// Where a destination pixel lies in the source: 16.16 words, held to the picture.
+struct Position {
+  Position(const Affine& m, int firstRow, int column, int row, const Picture& source) {
+    auto word = [](double v) { return static_cast<long long>(std::nearbyint(v * 65536)); };
+    auto held = [](long long at, int size) {
+      return std::min(std::max(at, 0ll), static_cast<long long>(size - 1) << 16);
+    };
+    x = held(word(firstRow * m.a1 + m.a2) + word(m.a1) * (row - firstRow) + word(m.a0) * column,
+             source.width);
+    y = held(word(firstRow * m.a4 + m.a5) + word(m.a4) * (row - firstRow) + word(m.a3) * column,
+             source.height);
+  }
+  long long x, y;
+};
+
 TEST_F(Warp, LinearTakesFourteenBitFractionsAndHoldsToTheSource) {
   Picture from(5, 4, 3), to(9, 8, 3);
   FillNoise(from, 9);
   const double coeffs[] = {1.5, 0.25, 0.3, -0.2, 1.4, 1.1};
   iplWarpAffine(from.image, to.image, coeffs, IPL_INTER_LINEAR);
-  double quad[8];
-  Corners(coeffs, 5, 4, quad);
-  const Affine m = Inverse(quad, 5, 4);
-  int first = 0, last = -1;
-  ASSERT_TRUE(ClippedRows(quad, 9, 8, &first, &last));
   int painted = 0;
-  for (int y = first; y <= last; ++y) {
-    int start = 0, end = -1;
-    if (!RowSpan(quad, y, 9, &start, &end)) continue;
-    for (int x = start; x <= end; ++x) {
-      auto word = [](double v) { return static_cast<long long>(std::nearbyint(v * 65536)); };
-      long long fx = word(first * m.a1 + m.a2) + word(m.a1) * (y - first) + word(m.a0) * x;
-      long long fy = word(first * m.a4 + m.a5) + word(m.a4) * (y - first) + word(m.a3) * x;
-      fx = std::min(std::max(fx, 0ll), 4ll << 16);
-      fy = std::min(std::max(fy, 0ll), 3ll << 16);
-      const long long xi = std::min(fx / 65536, 3ll), yi = std::min(fy / 65536, 2ll);
-      const long long wx = (fx - xi * 65536) / 4, wy = (fy - yi * 65536) / 4;
-      for (int c = 0; c < 3; ++c) {
-        auto p = [&](long long dx, long long dy) {
-          return static_cast<long long>(
-              from.At(static_cast<int>(xi + dx), static_cast<int>(yi + dy))[c]);
-        };
-        const long long h0 = (p(0, 0) * (16384 - wx) + p(1, 0) * wx) / 256;
-        const long long h1 = (p(0, 1) * (16384 - wx) + p(1, 1) * wx) / 256;
-        ASSERT_EQ((h0 * (16384 - wy) + h1 * wy + 0x80000) / (1 << 20), to.At(x, y)[c])
-            << x << "," << y;
-      }
-      ++painted;
+  ForEachPainted(from, to, coeffs, [&](const Affine& m, int firstRow, int x, int y) {
+    const Position at(m, firstRow, x, y, from);
+    const long long xi = std::min(at.x / 65536, 3ll), yi = std::min(at.y / 65536, 2ll);
+    const long long wx = (at.x - xi * 65536) / 4, wy = (at.y - yi * 65536) / 4;
+    for (int c = 0; c < 3; ++c) {
+      auto p = [&](long long dx, long long dy) {
+        return static_cast<long long>(
+            from.At(static_cast<int>(xi + dx), static_cast<int>(yi + dy))[c]);
+      };
+      const long long h0 = (p(0, 0) * (16384 - wx) + p(1, 0) * wx) / 256;
+      const long long h1 = (p(0, 1) * (16384 - wx) + p(1, 1) * wx) / 256;
+      EXPECT_EQ((h0 * (16384 - wy) + h1 * wy + 0x80000) / (1 << 20), to.At(x, y)[c])
+          << x << "," << y;
     }
-  }
+    ++painted;
+  });
   EXPECT_GT(painted, 20);
 }
 
@@ -76,44 +78,30 @@ TEST_F(Warp, CubicTakesFourByFourPixelsThatAllLieInTheSource) {
   FillNoise(from, 11);
   const double coeffs[] = {2.2, 0.25, 0.3, -0.2, 2.3, 1.6};
   iplWarpAffine(from.image, to.image, coeffs, IPL_INTER_CUBIC);
-  double quad[8];
-  Corners(coeffs, 7, 6, quad);
-  const Affine m = Inverse(quad, 7, 6);
-  int first = 0, last = -1;
-  ASSERT_TRUE(ClippedRows(quad, 17, 16, &first, &last));
   int lastColumns = 0, lastRows = 0;
-  for (int y = first; y <= last; ++y) {
-    int start = 0, end = -1;
-    if (!RowSpan(quad, y, 17, &start, &end)) continue;
-    for (int x = start; x <= end; ++x) {
-      auto word = [](double v) { return static_cast<long long>(std::nearbyint(v * 65536)); };
-      long long fx = word(first * m.a1 + m.a2) + word(m.a1) * (y - first) + word(m.a0) * x;
-      long long fy = word(first * m.a4 + m.a5) + word(m.a4) * (y - first) + word(m.a3) * x;
-      fx = std::min(std::max(fx, 0ll), 6ll << 16);
-      fy = std::min(std::max(fy, 0ll), 5ll << 16);
-      auto base = [](long long at, long long lastIndex) {
-        const long long index = at / 65536;
-        return index < 1 ? 0 : index < lastIndex - 1 ? index - 1 : lastIndex - 3;
-      };
-      const long long bx = base(fx, 6), by = base(fy, 5);
-      const long long ix = (fx - bx * 65536 + 64) / 128, iy = (fy - by * 65536 + 64) / 128;
-      lastColumns += fx / 65536 == 5;
-      lastRows += fy / 65536 == 4;
-      for (int c = 0; c < 3; ++c) {
-        long long sum = 0x80000;
-        for (int j = 0; j < 4; ++j) {
-          long long h = 0;
-          for (int i = 0; i < 4; ++i) {
-            h +=
-                from.At(static_cast<int>(bx) + i, static_cast<int>(by) + j)[c] * CubicWeight(i, ix);
-          }
-          sum += (h >> 8) * CubicWeight(j, iy);
+  ForEachPainted(from, to, coeffs, [&](const Affine& m, int firstRow, int x, int y) {
+    const Position at(m, firstRow, x, y, from);
+    auto base = [](long long position, long long lastIndex) {
+      const long long index = position / 65536;
+      return index < 1 ? 0 : index < lastIndex - 1 ? index - 1 : lastIndex - 3;
+    };
+    const long long bx = base(at.x, 6), by = base(at.y, 5);
+    const long long ix = (at.x - bx * 65536 + 64) / 128, iy = (at.y - by * 65536 + 64) / 128;
+    lastColumns += at.x / 65536 == 5;
+    lastRows += at.y / 65536 == 4;
+    for (int c = 0; c < 3; ++c) {
+      long long sum = 0x80000;
+      for (int j = 0; j < 4; ++j) {
+        long long h = 0;
+        for (int i = 0; i < 4; ++i) {
+          h += from.At(static_cast<int>(bx) + i, static_cast<int>(by) + j)[c] * CubicWeight(i, ix);
         }
-        const long long value = std::min(std::max(sum >> 20, 0ll), 255ll);
-        ASSERT_EQ(value, to.At(x, y)[c]) << x << "," << y;
+        sum += (h >> 8) * CubicWeight(j, iy);
       }
+      const long long value = std::min(std::max(sum >> 20, 0ll), 255ll);
+      EXPECT_EQ(value, to.At(x, y)[c]) << x << "," << y;
     }
-  }
+  });
   // Cells between the last two columns and rows, whose neighbourhood is moved inwards.
   EXPECT_GT(lastColumns, 5);
   EXPECT_GT(lastRows, 5);

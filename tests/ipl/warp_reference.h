@@ -143,8 +143,12 @@ inline void SourceOf(const Affine& m, int firstRow, int x, int y, int* sx, int* 
   *sy = static_cast<std::int32_t>(fy) >> 16;
 }
 
-/// The nearest-neighbour warp by its definition. Spans come from the quadrilateral's edges.
-inline void ReferenceWarp(const Picture& from, Picture& to, const double* coeffs) {
+/// Walks the destination pixels that a warp paints. Spans come from the quadrilateral's edges.
+/// @param from, to have a width and a height.
+/// @param visit takes the way back to the source, the first row that is painted, and the pixel's
+///        column and row.
+template <class From, class To, class Visit>
+void ForEachPainted(const From& from, const To& to, const double* coeffs, const Visit& visit) {
   double quad[8];
   Corners(coeffs, from.width, from.height, quad);
   const Affine m = Inverse(quad, from.width, from.height);
@@ -153,18 +157,23 @@ inline void ReferenceWarp(const Picture& from, Picture& to, const double* coeffs
   for (int y = firstRow; y <= lastRow; ++y) {
     int start = 0, end = -1;
     if (!RowSpan(quad, y, to.width, &start, &end)) continue;
-    for (int x = start; x <= end; ++x) {
-      int sx = 0, sy = 0;
-      SourceOf(m, firstRow, x, y, &sx, &sy);
-      const long long offset = static_cast<long long>(sx) * from.channels +
-                               static_cast<long long>(sy) * static_cast<std::int16_t>(from.step);
-      for (int c = 0; c < from.channels; ++c) {
-        if (offset >= 0 && offset + from.channels <= static_cast<long long>(from.bytes.size())) {
-          to.At(x, y)[c] = from.bytes[static_cast<std::size_t>(offset + c)];
-        }
+    for (int x = start; x <= end; ++x) visit(m, firstRow, x, y);
+  }
+}
+
+/// The nearest-neighbour warp by its definition.
+inline void ReferenceWarp(const Picture& from, Picture& to, const double* coeffs) {
+  ForEachPainted(from, to, coeffs, [&](const Affine& m, int firstRow, int x, int y) {
+    int sx = 0, sy = 0;
+    SourceOf(m, firstRow, x, y, &sx, &sy);
+    const long long offset = static_cast<long long>(sx) * from.channels +
+                             static_cast<long long>(sy) * static_cast<std::int16_t>(from.step);
+    for (int c = 0; c < from.channels; ++c) {
+      if (offset >= 0 && offset + from.channels <= static_cast<long long>(from.bytes.size())) {
+        to.At(x, y)[c] = from.bytes[static_cast<std::size_t>(offset + c)];
       }
     }
-  }
+  });
 }
 
 }  // namespace zor::test

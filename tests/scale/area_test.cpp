@@ -14,21 +14,16 @@ namespace zor::test {
 namespace {
 
 void ExpectSame(GuardedPicture& target, GuardedPicture& source) {
-  static const std::vector<VectorLevel> levels = LevelsAtHand();
-  const std::vector<std::uint8_t> before = target.Copy();
-  std::vector<std::uint8_t> expected = before;
-  RefArea({expected.data(), target.width, target.height, target.stride}, source.Ref());
-  for (const VectorLevel level : levels) {
-    const PinnedLevel pinned(level);
-    std::copy(before.begin(), before.end(), target.data());
-    ASSERT_TRUE(
-        AreaScale({target.data(), target.width, target.height, target.stride, target.channels},
-                  {source.data(), source.width, source.height, source.stride, source.channels}, 0));
-    ASSERT_EQ(expected, target.Copy())
-        << source.width << "x" << source.height << " to " << target.width << "x" << target.height
-        << ", " << source.channels << " channels, level " << static_cast<int>(level);
-    ASSERT_TRUE(target.GuardsIntact() && source.GuardsIntact());
-  }
+  ExpectAtEveryLevel(
+      target, source, "area",
+      [&](std::uint8_t* bytes) {
+        RefArea({bytes, target.width, target.height, target.stride}, source.Ref());
+      },
+      [&] {
+        EXPECT_TRUE(AreaScale(
+            {target.data(), target.width, target.height, target.stride, target.channels},
+            {source.data(), source.width, source.height, source.stride, source.channels}, 0));
+      });
 }
 
 TEST(AreaScaler, SmallSizesWithOneThreeAndFourChannels) {

@@ -23,25 +23,18 @@ Axes Whole(const GuardedPicture& target, const GuardedPicture& source) {
           static_cast<double>(source.height) / target.height};
 }
 
-/// Scales into a copy of the target's bytes by the statement and by the engine at every level.
 void ExpectSame(GuardedPicture& target, GuardedPicture& source, const Axes& axes, ScaleMode mode) {
-  static const std::vector<VectorLevel> levels = LevelsAtHand();
-  const std::vector<std::uint8_t> before = target.Copy();
-  std::vector<std::uint8_t> expected = before;
-  RefGray8({expected.data(), target.width, target.height, target.stride}, source.Ref(), axes.startX,
-           axes.stepX, axes.startY, axes.stepY, mode);
-  for (const VectorLevel level : levels) {
-    const PinnedLevel pinned(level);
-    std::copy(before.begin(), before.end(), target.data());
-    ScaleGray8({target.data(), target.width, target.height, target.stride, 1},
-               {source.data(), source.width, source.height, source.stride, 1},
-               {axes.startX, axes.stepX, axes.startY, axes.stepY}, mode);
-    ASSERT_EQ(expected, target.Copy())
-        << source.width << "x" << source.height << " to " << target.width << "x" << target.height
-        << ", mode " << mode << ", level " << static_cast<int>(level);
-    ASSERT_TRUE(target.GuardsIntact() && source.GuardsIntact());
-  }
-  std::copy(before.begin(), before.end(), target.data());
+  ExpectAtEveryLevel(
+      target, source, mode,
+      [&](std::uint8_t* bytes) {
+        RefGray8({bytes, target.width, target.height, target.stride}, source.Ref(), axes.startX,
+                 axes.stepX, axes.startY, axes.stepY, mode);
+      },
+      [&] {
+        ScaleGray8({target.data(), target.width, target.height, target.stride, 1},
+                   {source.data(), source.width, source.height, source.stride, 1},
+                   {axes.startX, axes.stepX, axes.startY, axes.stepY}, mode);
+      });
 }
 
 TEST(GrayScaler, SmallSizesInEveryMode) {

@@ -14,19 +14,15 @@ namespace zor::test {
 namespace {
 
 void ExpectSame(GuardedPicture& target, GuardedPicture& source) {
-  static const std::vector<VectorLevel> levels = LevelsAtHand();
-  const std::vector<std::uint8_t> before = target.Copy();
-  std::vector<std::uint8_t> expected = before;
-  RefYuy2({expected.data(), target.width, target.height, target.stride}, source.Ref());
-  for (const VectorLevel level : levels) {
-    const PinnedLevel pinned(level);
-    std::copy(before.begin(), before.end(), target.data());
-    ScaleYuy2({target.data(), target.width, target.height, target.stride},
-              {source.data(), source.width, source.height, source.stride});
-    ASSERT_EQ(expected, target.Copy())
-        << source.width << "x" << source.height << " to " << target.width << "x" << target.height;
-    ASSERT_TRUE(target.GuardsIntact() && source.GuardsIntact());
-  }
+  ExpectAtEveryLevel(
+      target, source, "packed",
+      [&](std::uint8_t* bytes) {
+        RefYuy2({bytes, target.width, target.height, target.stride}, source.Ref());
+      },
+      [&] {
+        ScaleYuy2({target.data(), target.width, target.height, target.stride},
+                  {source.data(), source.width, source.height, source.stride});
+      });
 }
 
 TEST(PackedScaler, SmallSizes) {

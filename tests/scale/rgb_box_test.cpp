@@ -63,7 +63,7 @@ void ExpectBoxes(const RgbPair& pair, int rows, int columns, bool white) {
 
 TEST(BoxKernels, EveryShapeOnEveryRouteAndLevelReducesByItsSequence) {
   for (const VectorLevel level : LevelsAtHand()) {
-    const PinnedLevel pinned(level);
+    const PinnedVectorLevel pinned(level);
     for (const RgbPair& pair : kRgbPairs) {
       // A step of 16 is the plain integer route's; boxes of 16 come of fractions only.
       for (int rows = 1; rows <= 15; ++rows) {
@@ -287,7 +287,7 @@ TEST(BoxPictures, AreaThatIsNotLargerInBothAxesTakesBoxesOfNoPixels) {
 TEST(BoxPictures, TheVeryLastPixelOfAThreeByteSourceIsReadWithinItsMemory) {
   // The byte behind it is the first of a page without access; it counts as 0 in what spills.
   for (const VectorLevel level : LevelsAtHand()) {
-    const PinnedLevel pinned(level);
+    const PinnedVectorLevel pinned(level);
     RgbRectangle source(4, 4, 3, {}, GuardedMemory::Edge::kEnd, 9);
     RgbRectangle target(2, 2, 3, {0, 0, 1, 0, 0}, GuardedMemory::Edge::kStart, 10);
     ScalePicture(target.Target(false), source.Source(), {0, 2, 0, 2}, SCALE_BOX, nullptr);

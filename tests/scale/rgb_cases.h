@@ -126,7 +126,7 @@ inline void ExpectStated(RgbRectangle& target, RgbRectangle& source, const RgbRe
   const std::vector<std::uint8_t> expected =
       Stated(target, source, axes, mode, turnedOver, background);
   for (const VectorLevel level : levels) {
-    const PinnedLevel pinned(level);
+    const PinnedVectorLevel pinned(level);
     std::copy(before.begin(), before.end(), target.data());
     ScalePicture(target.Target(turnedOver), source.Source(),
                  {axes.startX, axes.stepX, axes.startY, axes.stepY}, mode, &background);

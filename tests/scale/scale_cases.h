@@ -5,6 +5,9 @@
 /// @file
 /// Pictures and levels that the tests of the scaling engine go through.
 
+#include <gtest/gtest.h>
+
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -12,6 +15,7 @@
 #include "convert/feature_word.h"
 #include "scale/scale_reference.h"
 #include "support/guarded_memory.h"
+#include "support/with_features.h"
 
 namespace zor::test {
 
@@ -25,13 +29,6 @@ inline std::vector<VectorLevel> LevelsAtHand() {
   LimitInnerVectorLevel(VectorLevel::kAvx512);
   return levels;
 }
-
-/// Pins the level for the length of a scope.
-class PinnedLevel {
- public:
-  explicit PinnedLevel(VectorLevel level) { LimitInnerVectorLevel(level); }
-  ~PinnedLevel() { LimitInnerVectorLevel(VectorLevel::kAvx512); }
-};
 
 /// Rows that end with their last pixel, next to a page without access.
 class GuardedPicture {
@@ -66,6 +63,31 @@ class GuardedPicture {
  private:
   GuardedMemory memory_;
 };
+
+/// Scales into a copy of the target's bytes by the statement and by the engine at every level;
+/// afterwards the target is as before.
+/// @param what tells the case if they differ.
+/// @param state writes what is stated at the address it is given.
+/// @param scale writes into the target.
+template <class What, class State, class Scale>
+void ExpectAtEveryLevel(GuardedPicture& target, GuardedPicture& source, const What& what,
+                        const State& state, const Scale& scale) {
+  static const std::vector<VectorLevel> levels = LevelsAtHand();
+  const std::vector<std::uint8_t> before = target.Copy();
+  std::vector<std::uint8_t> expected = before;
+  state(expected.data());
+  for (const VectorLevel level : levels) {
+    const PinnedVectorLevel pinned(level);
+    std::copy(before.begin(), before.end(), target.data());
+    scale();
+    ASSERT_EQ(expected, target.Copy())
+        << source.width << "x" << source.height << " to " << target.width << "x" << target.height
+        << ", " << source.channels << " channels, " << what << ", level "
+        << static_cast<int>(level);
+    ASSERT_TRUE(target.GuardsIntact() && source.GuardsIntact());
+  }
+  std::copy(before.begin(), before.end(), target.data());
+}
 
 inline GuardedMemory::Edge EdgeOf(unsigned n) {
   return n % 2 == 0 ? GuardedMemory::Edge::kEnd : GuardedMemory::Edge::kStart;

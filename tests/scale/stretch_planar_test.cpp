@@ -54,7 +54,7 @@ void ExpectPlanar(Planar& target, const RECT* to, Planar& source, const RECT* fr
             from == nullptr ? nullptr : fromWords, expected.data(), target.width, target.height,
             target.stride, to == nullptr ? nullptr : toWords, mode);
   for (const VectorLevel level : levels) {
-    const PinnedLevel pinned(level);
+    const PinnedVectorLevel pinned(level);
     std::copy(targetBefore.begin(), targetBefore.end(), target.memory.data());
     std::copy(sourceBefore.begin(), sourceBefore.end(), source.memory.data());
     ASSERT_EQ(1u, StretchYuv420(source.memory.data(), source.width, source.height, source.stride,

@@ -7,10 +7,7 @@
 #include <stdexcept>
 
 #ifdef _WIN32
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
-#include <windows.h>
+#include <zorsurface/types.h>  // and with it <windows.h>, without its macros min and max
 #else
 #include <sys/mman.h>
 #include <unistd.h>

@@ -8,10 +8,7 @@
 #include "kelp/kelp_tool.h"
 
 #ifdef _WIN32
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
-#include <windows.h>
+#include <zorsurface/types.h>  // and with it <windows.h>, without its macros min and max
 #else
 #include <dlfcn.h>
 #endif

@@ -15,6 +15,15 @@ inline constexpr std::uint32_t kAllBits = 0xFFFFFFFFu;
 inline constexpr std::uint32_t kWords[] = {kAllBits, kAllBits & ~kFeatureSse2,
                                            kAllBits & ~kFeatureSse2 & ~kFeatureMmx};
 
+/// Pins the inner vector level for the length of a scope, as far as the processor has it.
+class PinnedVectorLevel {
+ public:
+  explicit PinnedVectorLevel(VectorLevel level) { LimitInnerVectorLevel(level); }
+  ~PinnedVectorLevel() { LimitInnerVectorLevel(VectorLevel::kAvx512); }
+  PinnedVectorLevel(const PinnedVectorLevel&) = delete;
+  PinnedVectorLevel& operator=(const PinnedVectorLevel&) = delete;
+};
+
 /// Sets the capability word for the length of a scope.
 class WithFeatures {
  public:
