@@ -83,7 +83,7 @@ TEST(PlainForms, ConvertEveryPairWhereTheWordHasNeitherBit23NorBit26) {
     ASSERT_EQ(NameOf(pairs[i].pair), NameOf(kPairs[i]));
     for (const std::uint32_t word : {0u, ~(1u << 23 | 1u << 26)}) {
       const WithFeatures features(word);
-      const SurfaceDescription d = DescribeRows(kWidth, kHeight, pairs[i].pair.from, 1);
+      const SurfaceDescription d = DescribeOriented(kWidth, kHeight, pairs[i].pair.from, 1);
       Bytes picture = Picture(d);
       const HeldSurface surface = MakePicture(d, picture);
       ASSERT_EQ(surface->ConvertNow(pairs[i].pair.to), VED_OK) << NameOf(kPairs[i]);
