@@ -10,6 +10,7 @@ list(APPEND ZOR_CORE_SOURCES
   platform/global_memory.cpp
   platform/kelp_tool.cpp
   platform/memory.cpp
+  platform/memory_reserve.cpp
   platform/pixel_block.cpp
   platform/shared_library.cpp
   platform/system_calls.cpp

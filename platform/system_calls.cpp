@@ -3,10 +3,12 @@
 
 #include "platform/system_calls.h"
 
+#include "platform/memory_reserve.h"
+
 namespace zor {
 
 const SystemCalls& NativeSystemCalls() noexcept {
-  static const SystemCalls calls = {NativeMemoryCalls(),     NativeGlobalMemoryCalls(),
+  static const SystemCalls calls = {ReservedMemoryCalls(),   NativeGlobalMemoryCalls(),
                                     NativeDirectDrawCalls(), NativeDirectDrawSurfaceCalls(),
                                     NativeKelpToolCalls(),   NativeSharedLibraryCalls()};
   return calls;

@@ -3,6 +3,7 @@ zor_add_test(platform_test
   ${CMAKE_CURRENT_LIST_DIR}/direct_draw_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/global_memory_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/kelp_tool_test.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/memory_reserve_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/memory_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/osa_layer_test.cpp
   ${CMAKE_CURRENT_LIST_DIR}/pixel_block_test.cpp
@@ -19,3 +20,5 @@ set_target_properties(platform_missing_libraries_test PROPERTIES
 set_tests_properties(platform_missing_libraries_test PROPERTIES
   WORKING_DIRECTORY ${zor_alone}
   ENVIRONMENT "WINEDLLOVERRIDES=mscoree,mshtml,ddraw=\\;winemenubuilder.exe,winedbg.exe=d")
+set_tests_properties(platform_test PROPERTIES LABELS threads)
+add_dependencies(zor_threads_tests platform_test)
