@@ -71,7 +71,8 @@ struct Block {
 template <class Pixel>
 ZOR_ALWAYS_INLINE std::int32_t ConvertRows(const RgbToYuv420Pair& rows, std::int32_t columns,
                                            bool stream) {
-  return ForEachBlock<BlockCover::kOverlap>(columns, stream, Block<Pixel>{rows});
+  return ForEachBlock<BlockCover::kOverlap>(columns, stream, Block<Pixel>{rows},
+                                            AskForPair<2 * Pixel::kBytes, 2>{rows.ahead});
 }
 
 }  // namespace

@@ -27,7 +27,8 @@ struct Block {
 
 template <class Pixel>
 std::int32_t ConvertRows(const RgbToYuv420Pair& rows, std::int32_t columns, bool) noexcept {
-  return ForEachBlock<BlockCover::kOverlap>(columns, false, Block<Pixel>{rows});
+  return ForEachBlock<BlockCover::kOverlap>(columns, false, Block<Pixel>{rows},
+                                            AskForPair<2 * Pixel::kBytes, 2>{rows.ahead});
 }
 
 constexpr RowsByLevel<RgbToYuv420Rows> kRows32 = {

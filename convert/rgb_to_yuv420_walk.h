@@ -8,6 +8,7 @@
 #include <cstdint>
 
 #include "convert/forward_matrix.h"
+#include "convert/pair_ahead.h"
 #include "convert/row_pairs.h"
 #include "platform/compiler.h"
 
@@ -19,6 +20,7 @@ struct RgbToYuv420Pair {
   std::uint8_t* luma[2];
   std::uint8_t* u;
   std::uint8_t* v;
+  PairAhead ahead;
 };
 
 /// Converts the group of columns @p x and x + 1.
@@ -45,7 +47,9 @@ ZOR_ALWAYS_INLINE void WalkRgbToYuv420(const ToPlanes& picture, const Convert& c
     const RgbToYuv420Pair rows = {{pair.packed, pair.packed + pair.packedStride},
                                   {pair.luma, pair.luma + pair.lumaStride},
                                   pair.u,
-                                  pair.v};
+                                  pair.v,
+                                  {PairAhead::Of(pair.packed, pair.packedStride, kRowsToNextPair),
+                                   PairAhead::Of(pair.luma, pair.lumaStride, kRowsToNextPair)}};
     for (std::int32_t x = convert(rows, pair.columns, pair.index); x < pair.columns; x += 2) {
       ConvertRgbGroup<Pixel>(rows, x);
     }

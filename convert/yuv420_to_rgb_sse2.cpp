@@ -43,7 +43,7 @@ struct RawBlock {
 };
 
 std::int32_t ConvertPair(const Yuv420ToRgbPair& rows, std::int32_t columns, bool) noexcept {
-  return ForEachBlock<BlockCover::kWhole>(columns, false, FilteredBlock{rows});
+  return ForEachBlock<BlockCover::kWhole>(columns, false, FilteredBlock{rows}, rows.ahead);
 }
 
 std::int32_t ConvertRow(std::uint8_t* target, const std::uint8_t* luma, const std::uint8_t* u,

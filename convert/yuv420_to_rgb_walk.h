@@ -6,6 +6,7 @@
 /// The walk over the row pairs of a picture from YUV 4:2:0 to RGB, and the statement of a pair of
 /// columns.
 
+#include "convert/pair_ahead.h"
 #include "convert/row_pairs.h"
 #include "convert/row_triple.h"
 #include "convert/table_colour.h"
@@ -21,7 +22,8 @@ struct Yuv420ToRgbPair {
   RowTriple tailV;
   std::uint8_t* target[2];
   bool first;
-  bool inner;  ///< neither the first nor the last: luma[1] shares two rows with luma[0]
+  bool inner;              ///< neither the first nor the last: luma[1] shares two rows with luma[0]
+  AskForPair<2, 8> ahead;  ///< of RGB32, which alone has wide forms of pairs
 };
 
 /// The chroma row of a pair by the table arithmetic: smoothed, but in the first pair its own row
@@ -56,7 +58,9 @@ ZOR_ALWAYS_INLINE void WalkYuv420ToRgb(const FromPlanes& picture, const Convert&
                             PlanTailChroma(pair.v, pair.chromaStride, pair.first, pair.last),
                             {pair.packed, pair.packed + pair.packedStride},
                             pair.first,
-                            !pair.first && !pair.last};
+                            !pair.first && !pair.last,
+                            {{PairAhead::Of(pair.luma, pair.lumaStride, kRowsToNextFilteredPair),
+                              PairAhead::Of(pair.packed, pair.packedStride, kRowsToNextPair)}}};
     PlanPair(rows.luma, pair.luma, pair.lumaStride, pair.first, pair.last);
     convert(rows, pair.columns);
   });

@@ -29,7 +29,7 @@ struct Block {
 };
 
 std::int32_t ConvertRows(const Yuv420ToYuy2Pair& rows, std::int32_t columns, bool) noexcept {
-  return ForEachBlock<BlockCover::kOverlap>(columns, false, Block{rows});
+  return ForEachBlock<BlockCover::kOverlap>(columns, false, Block{rows}, rows.ahead);
 }
 
 constexpr RowsByLevel<Yuv420ToYuy2Rows> kRows = {

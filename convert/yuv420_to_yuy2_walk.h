@@ -6,6 +6,7 @@
 /// The walk over the row pairs of a picture from YUV 4:2:0 to YUY2, and the statement of a pair of
 /// columns.
 
+#include "convert/pair_ahead.h"
 #include "convert/row_pairs.h"
 #include "convert/row_triple.h"
 
@@ -18,6 +19,7 @@ struct Yuv420ToYuy2Pair {
   RowTriple v;
   std::uint8_t* target[2];
   bool inner;  ///< neither the first nor the last: luma[1] shares two rows with luma[0]
+  AskForPair<2, 4, LinesAhead::kEverySecond> ahead;
 };
 
 /// Converts the columns @p x and x + 1 of both rows.
@@ -43,7 +45,9 @@ ZOR_ALWAYS_INLINE void WalkYuv420ToYuy2(const FromPlanes& picture,
                              PlanChroma(pair.u, pair.chromaStride, pair.first, pair.last),
                              PlanChroma(pair.v, pair.chromaStride, pair.first, pair.last),
                              {pair.packed, pair.packed + pair.packedStride},
-                             !pair.first && !pair.last};
+                             !pair.first && !pair.last,
+                             {{PairAhead::Of(pair.luma, pair.lumaStride, kRowsToNextFilteredPair),
+                               PairAhead::Of(pair.packed, pair.packedStride, kRowsToNextPair)}}};
     PlanPair(rows.luma, pair.luma, pair.lumaStride, pair.first, pair.last);
     for (std::int32_t x = convert(rows, pair.columns); x < pair.columns; x += 2) {
       ConvertColumns(rows, x);

@@ -43,7 +43,7 @@ struct Block {
 };
 
 std::int32_t ConvertRows(const Yuy2ToYuv420Pair& rows, std::int32_t columns, bool) noexcept {
-  return ForEachBlock<BlockCover::kOverlap>(columns, false, Block{rows});
+  return ForEachBlock<BlockCover::kOverlap>(columns, false, Block{rows}, rows.ahead);
 }
 
 constexpr RowsByLevel<Yuy2ToYuv420Rows> kRows = {

@@ -6,6 +6,7 @@
 /// The walk over the row pairs of a picture from YUY2 to YUV 4:2:0, and the statement of a pair of
 /// columns.
 
+#include "convert/pair_ahead.h"
 #include "convert/row_pairs.h"
 #include "convert/row_triple.h"
 
@@ -19,6 +20,7 @@ struct Yuy2ToYuv420Pair {
   std::uint8_t* v;
   bool only;   ///< the picture's single pair
   bool inner;  ///< neither the first nor the last: source[1] shares two rows with source[0]
+  AskForPair<4, 2, LinesAhead::kEverySecond> ahead;
 };
 
 /// Converts the columns @p x and x + 1 of both rows.
@@ -38,12 +40,15 @@ ZOR_ALWAYS_INLINE void ConvertColumns(const Yuy2ToYuv420Pair& rows, std::int32_t
 template <class Convert>
 ZOR_ALWAYS_INLINE void WalkYuy2ToYuv420(const ToPlanes& picture, const Convert& convert) noexcept {
   WalkRowPairs<2>(picture, [&](const auto& pair) {
-    Yuy2ToYuv420Pair rows = {{},
-                             {pair.luma, pair.luma + pair.lumaStride},
-                             pair.u,
-                             pair.v,
-                             pair.first && pair.last,
-                             !pair.first && !pair.last};
+    Yuy2ToYuv420Pair rows = {
+        {},
+        {pair.luma, pair.luma + pair.lumaStride},
+        pair.u,
+        pair.v,
+        pair.first && pair.last,
+        !pair.first && !pair.last,
+        {{PairAhead::Of(pair.packed, pair.packedStride, kRowsToNextFilteredPair),
+          PairAhead::Of(pair.luma, pair.lumaStride, kRowsToNextPair)}}};
     PlanPair(rows.source, pair.packed, pair.packedStride, pair.first, pair.last);
     for (std::int32_t x = convert(rows, pair.columns); x < pair.columns; x += 2) {
       ConvertColumns(rows, x);
