@@ -55,6 +55,18 @@ TEST(CreateFromMemory, SizesUnderFourAreInvalidBeforeTheSourceIsAsked) {
   }
 }
 
+TEST(CreateFromMemory, FourByFourIsTheSmallestAndItsBlockGoesWithTheSurface) {
+  const std::int64_t before = LiveAllocations();
+  for (const std::int32_t format :
+       {FORMAT_RGB24, FORMAT_RGB32, FORMAT_YUV420, FORMAT_YUY2, FORMAT_YVU420}) {
+    const SurfaceDescription description = Describe(4, 4, format);
+    HeldSurface surface = MakeSurface(description, Bytes(PictureBytes(description), 1));
+    EXPECT_EQ(CountOf(surface.get()), 1u);
+    surface.Reset();
+    EXPECT_EQ(LiveAllocations(), before) << format;
+  }
+}
+
 TEST(CreateFromMemory, GrayAndUnknownFormatsAreUnsupportedAfterTheSourceWasAsked) {
   for (const std::int32_t format : {-1, 0, FORMAT_GRAY8, 7}) {
     SurfaceDescription description = Describe(8, 8, FORMAT_GRAY8);
@@ -78,6 +90,7 @@ TEST(CreateFromMemory, TenByElevenRgb24IsTrimmedToEightByTen) {
   EXPECT_EQ(actual.height, 10);
   EXPECT_EQ(actual.stride, 24);
   EXPECT_EQ(actual.DirtyRect.left, 0);
+  EXPECT_EQ(actual.DirtyRect.top, 0);
   EXPECT_EQ(actual.DirtyRect.right, 8);
   EXPECT_EQ(actual.DirtyRect.bottom, 10);
   EXPECT_EQ(actual.Orientation, 0u);

@@ -79,6 +79,8 @@ TEST(DirectDrawSource, PlanarPicturesHaveTwiceTheHeightAndIgnoreThePitch) {
   const HeldSurface surface = Take(image.handle(), SOURCE_DIRECT_DRAW, FORMAT_YUV420);
   CheckDescription(surface.get(), Expect(10, 8, FORMAT_YUV420, 12, 10, 10, 8, 1));
   EXPECT_EQ(BlockOf(surface.get(), 120), Part(image.memory, 0, 120));
+  // What the pitch adds to the rows stays out: behind the planes nothing is copied.
+  EXPECT_THAT(Part(BlockOf(surface.get(), 128), 120, 8), Each(0));
 }
 
 TEST(DirectDrawSource, APlanarPictureReadsNoFurtherThanTheSurfaceReaches) {
@@ -168,6 +170,12 @@ TEST(DirectDrawSource, TakesASurfaceOfTheRealDirectDraw) {
   CheckDescription(surface.get(), Expect(9, 5, FORMAT_RGB24, 24, desc.lPitch, 9, 5, 1));
   EXPECT_EQ(BlockOf(surface.get(), bytes), pixels);
   EXPECT_EQ(ReleaseSurface(image), 0u);
+}
+
+TEST(DirectDrawSource, FourByFourIsTheSmallestAndTheCopyBitOwnsTheBlock) {
+  FakeDraw image(4, 4, 24, 12);
+  image.memory = Noise(17).Bytes(48);
+  CheckSmallest(image.handle(), SOURCE_DIRECT_DRAW);
 }
 
 }  // namespace

@@ -67,6 +67,7 @@ TEST(GlobalDibSource, PlanarPicturesKeepTheirSizeAndTheHeadersBitCount) {
     const HeldSurface surface = Take(image.handle, SOURCE_GLOBAL_DIB, FORMAT_YUV420);
     CheckDescription(surface.get(), Expect(7, 5, FORMAT_YUV420, bits, 7, 7, 5, 1));
     EXPECT_EQ(BlockOf(surface.get(), 52), image.pixels);
+    EXPECT_EQ(Part(BlockOf(surface.get(), 68), 52, 16), Bytes(16, 0));
   }
 }
 
@@ -151,6 +152,11 @@ TEST(GlobalDibSource, WithoutMemoryTheBitmapIsUnlocked) {
       EXPECT_EQ(watch.Count(SystemCall::kGlobalUnlock), watch.Count(SystemCall::kGlobalLock));
     }
   }
+}
+
+TEST(GlobalDibSource, FourByFourIsTheSmallestAndTheCopyBitOwnsTheBlock) {
+  const Dib image(4, 4, 24, 48);
+  CheckSmallest(image.handle, SOURCE_GLOBAL_DIB);
 }
 
 }  // namespace

@@ -78,6 +78,7 @@ TEST(KelpSource, PlanarPicturesHaveTwiceTheHeight) {
   const HeldSurface surface = Take(image.handle.get(), SOURCE_KELP, FORMAT_YUV420);
   CheckDescription(surface.get(), Expect(10, 8, FORMAT_YUV420, 12, 10, 10, 8, 1));
   EXPECT_EQ(BlockOf(surface.get(), 120), image.bytes);
+  EXPECT_THAT(Part(BlockOf(surface.get(), 136), 120, 16), Each(0));
   EXPECT_EQ(image.handle.Locks(), 0);
 }
 
@@ -131,6 +132,11 @@ TEST(KelpSource, WithoutMemoryForTheBlockTheHandleStaysLocked) {
       EXPECT_EQ(image.handle.Locks(), static_cast<int>(k) - 1);
     }
   }
+}
+
+TEST(KelpSource, FourByFourIsTheSmallestAndTheCopyBitOwnsTheBlock) {
+  KelpImage image(4, 4, 24, 12);
+  CheckSmallest(image.handle.get(), SOURCE_KELP);
 }
 
 }  // namespace

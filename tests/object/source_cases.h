@@ -29,6 +29,22 @@ inline HeldSurface Take(void* handle, std::int32_t kind, std::int32_t format) {
   return surface;
 }
 
+/// Checks that an image of 4 x 4 and 24 bits is taken, and that its block goes with the surface:
+/// the copy bit makes it the surface's own, whatever the bits beside it.
+inline void CheckSmallest(void* handle, std::int32_t kind) {
+  const HeldBuilder builder = MakeBuilder();
+  const std::int64_t before = LiveAllocations();
+  for (const std::int32_t format : {FORMAT_RGB24, FORMAT_YUV420}) {
+    for (const std::uint32_t flags : {4u, 5u, 6u, 12u, 0xFFFFFFFFu}) {
+      HeldSurface surface;
+      ASSERT_EQ(builder->CreateFromSource(handle, kind, format, flags, surface.Reset()), VED_OK);
+      EXPECT_EQ(DescriptionOf(surface.get()).width, 4);
+      surface.Reset();
+      EXPECT_EQ(LiveAllocations(), before) << "format " << format << ", flags " << flags;
+    }
+  }
+}
+
 /// What must hold of every surface from a system image.
 inline void CheckDescription(IZorSurface* surface, const SurfaceDescription& expected) {
   const SurfaceDescription actual = DescriptionOf(surface);

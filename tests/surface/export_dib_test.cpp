@@ -71,6 +71,22 @@ TEST(ExportDib, GrayLeavesAsZeros) {
   EXPECT_THAT(dib.Pixels(40), Each(0));
 }
 
+TEST(ExportDib, EveryLockEnds) {
+  const HeldSurface surface = Noisy(Describe(8, 8, FORMAT_RGB24));
+  SystemCallWatch watch;
+  GlobalFree(Export(surface.get(), kDib));
+  EXPECT_EQ(watch.Count(SystemCall::kGlobalLock), 2);  // for the header and for the rows
+  EXPECT_EQ(watch.Count(SystemCall::kGlobalUnlock), 2);
+}
+
+TEST(ExportDib, PixelsOfNoBitsMakeABitmapOfAHeaderAlone) {
+  SurfaceDescription description = Describe(8, 8, FORMAT_GRAY8);
+  description.bitsPerPixel = 0;
+  const HeldSurface surface = Noisy(description);
+  const ExportedDib dib(surface.get());
+  CheckHeader(dib, 8, 8, 0, 0);
+}
+
 TEST(ExportDib, BitsThatMakeTheHeaderSmallMakeNoSmallBlock) {
   // 8 bits per pixel in a planar picture: the header says 8 x 8, the planes need 96.
   SurfaceDescription description = Describe(8, 8, FORMAT_YUV420);

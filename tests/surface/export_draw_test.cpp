@@ -160,17 +160,19 @@ TEST(ExportDraw, EveryRefusedAllocationFailsAndLeavesNothing) {
 #endif
 
 TEST(ExportDraw, ThePlanesOfAnOddHeightEndWithTheSurfacesMemory) {
-  // 10 x 7 needs 70 + 2 x 15 bytes; three rows of 30 hold 90.
+  // 10 x 7 needs 70 + 2 x 15 bytes; three rows of 30 hold 90, three of 32 hold 96.
   const HeldSurface surface = Noisy(Describe(10, 7, FORMAT_YUV420));
-  FakeDraw draw(30, 90);
-  EXPECT_EQ(Export(surface.get(), kDraw), &draw);
-  EXPECT_EQ(draw.unlocks, 1);
-  EXPECT_TRUE(draw.memory.GuardsIntact());
-  // Luma, three chroma rows of 5, and the one row of the next plane, at 70 + 70 / 4, that fits.
   const Bytes block = BlockOf(surface.get(), 105);
-  Bytes expected = Part(block, 0, 85);
-  expected.insert(expected.end(), block.begin() + 87, block.begin() + 92);
-  EXPECT_EQ(draw.memory.Copy(), expected);
+  for (const std::int32_t pitch : {30, 31, 32}) {
+    FakeDraw draw(pitch, static_cast<std::size_t>(3 * pitch));
+    EXPECT_EQ(Export(surface.get(), kDraw), &draw);
+    EXPECT_EQ(draw.unlocks, 1);
+    EXPECT_TRUE(draw.memory.GuardsIntact());
+    // Luma, three chroma rows of 5, and as much of the next plane, at 70 + 70 / 4, as fits.
+    Bytes expected = Part(block, 0, 85);
+    expected.insert(expected.end(), block.begin() + 87, block.begin() + 87 + 3 * pitch - 85);
+    EXPECT_EQ(draw.memory.Copy(), expected);
+  }
 }
 
 TEST(ExportDraw, ANarrowPitchCutsRowsAndPlanesAtTheSurfacesEnd) {

@@ -21,6 +21,22 @@ TEST(Export, OtherKindsAreUnsupportedAfterTheFlush) {
   EXPECT_EQ(surface->GetPixels(&pixels), VED_OK);  // the record is gone
 }
 
+TEST(Export, PerformsTheQueueOnTheSurfaceAndExportsWhatComesOfIt) {
+  const HeldSurface surface = Noisy(Describe(8, 8, FORMAT_YUV420));
+  surface->QueueResize(12, 6, 0, 0);
+  surface->QueueConvert(FORMAT_RGB32);
+  const ExportedDib dib(surface.get());
+  EXPECT_EQ(dib.At<std::int32_t>(4), 12);
+  EXPECT_EQ(dib.At<std::uint16_t>(14), 32);
+  EXPECT_EQ(DescriptionOf(surface.get()).format, FORMAT_RGB32);
+  EXPECT_EQ(DescriptionOf(surface.get()).Orientation, 0u);
+  EXPECT_EQ(dib.Pixels(288), BlockOf(surface.get(), 288));
+  surface->QueueConvert(FORMAT_RGB24);
+  const ExportedDraw draw(surface.get());
+  EXPECT_EQ(draw.desc.ddpfPixelFormat.dwRGBBitCount, 24u);
+  EXPECT_EQ(DescriptionOf(surface.get()).format, FORMAT_RGB24);
+}
+
 TEST(Export, NullPointersAreInvalidAndNothingIsFlushed) {
   const HeldSurface surface = Noisy(Describe(8, 8, FORMAT_RGB24));
   surface->QueueConvert(99);

@@ -154,6 +154,27 @@ TEST(ReadPixels, EveryFormatStrideOrientationAndSizeGivesExactlyItsRows) {
   }
 }
 
+TEST(ReadPixels, APlanarPictureOfOneToThreeRowsGivesTheChromaRowsThatItHas) {
+  for (std::int32_t height = 1; height <= 3; ++height) {
+    const HeldSurface surface = MakeBlank(Describe(8, 8, FORMAT_YUV420));
+    ASSERT_EQ(surface->ResizeNow(6, height, 0, 0), VED_OK);
+    const SurfaceDescription description = DescriptionOf(surface.get());
+    ASSERT_EQ(description.height, height);
+    const auto room = static_cast<std::size_t>(6 * height + 2 * 3 * (height / 2));
+    const Bytes block = Noise(24).Bytes(static_cast<std::size_t>(6 * height * 3 / 2));
+    std::uint8_t* pixels = nullptr;
+    surface->GetPixels(&pixels);
+    std::memcpy(pixels, block.data(), block.size());
+    for (const std::uint32_t asked : {0u, 1u}) {
+      GuardedMemory memory(room, GuardedMemory::Edge::kEnd, kFill);
+      ASSERT_EQ(surface->ReadPixels(memory.data(), 6, asked), VED_OK);
+      EXPECT_EQ(memory.Copy(), Expected(block, description, room).Read(6, asked))
+          << height << " rows in order " << asked;
+      EXPECT_TRUE(memory.GuardsIntact());
+    }
+  }
+}
+
 TEST(ReadPixels, NothingInFrontOfTheMemoryIsTouched) {
   for (const std::int32_t format : {FORMAT_RGB24, FORMAT_YUV420}) {
     Bytes block;
@@ -243,6 +264,20 @@ TEST(ReadPixels, AfterwardsNothingReachesTheHostsMemory) {
   EXPECT_EQ(surface->ConvertNow(FORMAT_YUV420), VED_OK);
   EXPECT_EQ(surface->ResizeNow(8, 8, 0, 0), VED_OK);
   EXPECT_EQ(memory, Bytes(96, kFill));
+}
+
+TEST(ReadPixels, AfterwardsOperationsChangeTheSurfaceAgain) {
+  for (const bool queued : {false, true}) {
+    const HeldSurface surface = Even(8, 8, 90);
+    if (queued) surface->QueueConvert(FORMAT_YUV420);
+    Bytes memory(96, kFill);
+    ASSERT_EQ(surface->ReadPixels(memory.data(), 8, 1), VED_OK);
+    ASSERT_EQ(surface->ResizeNow(16, 12, 0, 0), VED_OK);
+    EXPECT_EQ(DescriptionOf(surface.get()).width, 16);
+    ASSERT_EQ(surface->ConvertNow(FORMAT_RGB24), VED_OK);
+    EXPECT_EQ(DescriptionOf(surface.get()).format, FORMAT_RGB24);
+    EXPECT_EQ(memory, EvenBytes(64, 90));
+  }
 }
 
 TEST(ReadPixels, AQueuedConversionGivesRgbToTheHostAndTheSurfaceStaysPlanar) {
