@@ -42,6 +42,17 @@ add_test(NAME contract.first_lines COMMAND contract_first_lines)
 
 # The sanitizers add symbols, and a host of theirs would need their runtime.
 if(NOT ZOR_SANITIZE)
+  # Loads the library and unloads it, so it isn't linked to it.
+  add_executable(contract_unload_test ${contract}/unload_test.cpp)
+  zor_compile_options(contract_unload_test)
+  target_include_directories(contract_unload_test PRIVATE ${CMAKE_SOURCE_DIR}/include)
+  target_link_libraries(contract_unload_test PRIVATE GTest::gtest_main ${CMAKE_DL_LIBS})
+  set_target_properties(contract_unload_test PROPERTIES
+    RUNTIME_OUTPUT_DIRECTORY $<TARGET_FILE_DIR:ZorSurface> BUILD_RPATH $<TARGET_FILE_DIR:ZorSurface>)
+  add_dependencies(contract_unload_test ZorSurface)
+  add_test(NAME contract_unload_test COMMAND contract_unload_test
+           WORKING_DIRECTORY $<TARGET_FILE_DIR:ZorSurface>)
+
   add_test(NAME contract.exports
            COMMAND ${contract}/check_exports.sh $<TARGET_FILE:ZorSurface> ${CMAKE_OBJDUMP})
   add_test(NAME contract.weak_functions COMMAND ${contract}/check_weak.sh ${CMAKE_OBJDUMP}
