@@ -5,6 +5,7 @@
 add_library(ZorSurface SHARED $<TARGET_OBJECTS:zor_core>)
 add_library(zor::zor ALIAS ZorSurface)
 zor_compile_options(ZorSurface)
+target_compile_features(ZorSurface INTERFACE cxx_std_17)  # what the public headers ask of a host
 target_include_directories(ZorSurface INTERFACE
   $<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}/include>
   $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)

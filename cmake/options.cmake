@@ -16,7 +16,7 @@ endif()
 # The number rules hold in every build: no contraction, SSE arithmetic also on 32 bits, and room
 # for hosts whose stack is aligned to 4 bytes only.
 function(zor_compile_options target)
-  target_compile_features(${target} PUBLIC cxx_std_20)
+  target_compile_features(${target} PRIVATE cxx_std_20)
   set_target_properties(${target} PROPERTIES
     CXX_EXTENSIONS OFF CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON
     POSITION_INDEPENDENT_CODE ON)

@@ -15,7 +15,7 @@
 #endif
 
 /// Makes the object of a class.
-/// @param classId `CLSID_SurfaceBuilder`; not tested for null.
+/// @param classId `CLSID_SurfaceBuilder`. Neither identifier is tested for null.
 /// @param interfaceId `IID_ISurfaceBuilder` or `IID_IVedUnknown`.
 /// @param out receives the interface; the caller owns one reference.
 /// @return `VED_OK`; `E_FAIL` for another class or without memory; otherwise what

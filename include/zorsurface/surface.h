@@ -33,7 +33,8 @@ struct IZorSurface : VideoEdit::IVedUnknown {
   /// afterwards.
   /// @return `VED_E_INVALIDARG` if a word is negative.
   virtual std::int32_t SetAspectRatio(std::int32_t width, std::int32_t height) = 0;
-  /// Says whether `Compose` draws into this surface (nonzero) or into a clone (0).
+  /// Says whether `Compose` draws into this surface (nonzero) or into a clone (0). Surfaces start as
+  /// their description says, those from system images with 1.
   virtual std::int32_t SetComposeInPlace(std::uint32_t flag) = 0;
   /// Gives the flag as it was set.
   virtual std::int32_t GetComposeInPlace(std::uint32_t* flag) = 0;
@@ -77,8 +78,10 @@ struct IZorSurface : VideoEdit::IVedUnknown {
   /// Flushes, then paints a rectangle. Formats 1, 2 and 4; others `VED_E_UNSUPPORTED`.
   /// @param rectangle null: everything. In a bottom-up RGB surface the caller's rectangle is turned
   ///        over in place, and afterwards counts in rows of memory.
-  /// @param colour RGB surfaces take byte 0 as red and byte 2 as blue, planar ones byte 0 as blue
-  ///        and byte 2 as red. The top byte isn't used.
+  /// @param colour RGB surfaces take byte 0 as red and byte 2 as blue. Planar ones work out Y, U and
+  ///        V with byte 0 as blue and byte 2 as red, and paint U where conversions read V: converted
+  ///        to RGB, 0x0000FF is a dark red. Where bytes 0 and 2 are equal both give the same colour.
+  ///        The top byte isn't used.
   virtual std::int32_t Fill(RECT* rectangle, std::uint32_t colour) = 0;
   /// Runs the queue, its last operation straight into the host's memory, or copies the rows out
   /// if nothing was queued (format 3: nothing is copied). The surface itself keeps the state from
@@ -94,13 +97,13 @@ struct IZorSurface : VideoEdit::IVedUnknown {
   ///         last one is still queued then.
   virtual std::int32_t ReadPixels(std::uint8_t* memory, std::int32_t stride,
                                   std::uint32_t orientation) = 0;
-  /// Flushes, then makes a system image that the host owns. @param kind 1: a DirectDraw surface
-  ///        (zorsurface/direct_draw.h), released by the host; 2: a device-independent bitmap in
-  ///        global memory, freed with `GlobalFree`, or with `free` where there is none; others
-  ///        `VED_E_UNSUPPORTED`.
+  /// Flushes, then makes a system image that the host owns. The bitmap of a YUY2 surface sets the
+  /// surface's own `Orientation` to 0; that of a gray one holds zeros.
+  /// @param kind 1: a DirectDraw surface (zorsurface/direct_draw.h) of an RGB or YUV420 picture, to
+  ///        be released; 2: a device-independent bitmap in global memory, to be freed with
+  ///        `GlobalFree`, or with `free` where there is none; others `VED_E_UNSUPPORTED`.
   /// @param image receives it, @param flag receives 1; neither is touched on failure.
-  /// @return `E_FAIL` if the system can't make or lock it. The bitmap of a YUY2 surface sets the
-  ///         surface's own `Orientation` to 0.
+  /// @return `E_FAIL` if the system can't make or lock it, as for kind 1 of gray and YUY2 pictures.
   virtual std::int32_t ExportImage(std::uint32_t kind, void** image, std::uint32_t* flag) = 0;
   /// Flushes, then gives the address of the surface's own block, valid until the next operation
   /// that replaces it. @p out stays as it is when there are no pixels.
@@ -156,10 +159,23 @@ struct IZorSurface : VideoEdit::IVedUnknown {
   virtual std::int32_t FindChild(IZorSurface* child) = 0;
   /// @return the child at an index with a new reference for the caller, or null.
   virtual IZorSurface* GetChild(std::int32_t index) = 0;
-  /// Flushes, draws the children and lets go of them. @param out receives the surface drawn on,
-  /// with a reference for the caller.
+  /// Flushes, draws the children in their order onto this surface or onto a clone of it (see
+  /// `SetComposeInPlace`), and lets go of all of them.
+  ///
+  /// The surface drawn on becomes YUV420 unless it is YUV420 or YUY2, and each child is converted to
+  /// its format, for good. A child's `SourceRect` is drawn into its `DestRect`, by the nearest
+  /// sample where the two differ in size: through the mask if it has one, else by its opacity and
+  /// without the pixels of its key colour. On YUY2 a child without a mask is skipped, and keeps a
+  /// reference too many.
+  /// @param out receives the surface drawn on, with a reference for the caller, whatever came of
+  ///        the children; this surface itself if there are none. Untouched if the flush or the
+  ///        clone failed.
+  /// @return of a failed flush its code; `E_FAIL` if there could be no clone; otherwise what came of
+  ///         the last child that wasn't skipped: `VED_E_INVALIDARG` for an empty `DestRect`,
+  ///         `VED_E_COMPOSE` if the surface drawn on couldn't be converted, or `VED_E_OUTOFMEMORY`.
   virtual std::int32_t Compose(IZorSurface** out) = 0;
-  /// Stores the storage word. @return 1, not a result code.
+  /// Stores the storage word, whose bits 0 and 2 say that the block of pixels is the surface's own
+  /// to free. The builder sets it; a host has no need to. @return 1, not a result code.
   virtual std::int32_t SetStorageFlags(std::uint32_t flags) = 0;
   /// Resizes at once, without flushing; as `QueueResize`, with any positive size, else
   /// `VED_E_INVALIDARG`. A mask follows. The same size without an aspect ratio is a no-op.

@@ -32,6 +32,8 @@ struct ISurfaceBuilder : VideoEdit::IVedUnknown {
   ///        global bitmaps only.
   /// @param flags the storage word; must contain `STORAGE_COPY`.
   /// @param out receives the surface. The image stays the caller's.
+  /// @return `VED_E_UNSUPPORTED` for another kind; `E_FAIL` if a video-DIB can't be described or
+  ///         locked; what `GetSurfaceDesc` or `Lock` of a DirectDraw surface gave, if not success.
   virtual std::int32_t CreateFromSource(void* handle, std::int32_t kind, std::int32_t format,
                                         std::uint32_t flags, IZorSurface** out) = 0;
   /// Makes a blank surface of at least 4 x 4.

@@ -13,12 +13,13 @@ inline constexpr std::int32_t FORMAT_RGB24 = 1;
 inline constexpr std::int32_t FORMAT_RGB32 = 2;
 /// One byte a pixel.
 inline constexpr std::int32_t FORMAT_GRAY8 = 3;
-/// Three planes in one block: luma, then two chroma planes of half the width and height.
+/// Three planes in one block: luma, then V, then U, each chroma plane of half the width, height and
+/// stride. The V plane starts at stride x height, the U plane a quarter of that further on.
 inline constexpr std::int32_t FORMAT_YUV420 = 4;
 /// Packed 4:2:2: Y0, U, Y1, V for each pair of columns.
 inline constexpr std::int32_t FORMAT_YUY2 = 5;
-/// `FORMAT_YUV420` with its chroma planes exchanged: a source or a target of a conversion, never
-/// the format of a living surface.
+/// `FORMAT_YUV420` with U in front of V, as decoders hand it out: what `CreateFromMemory` and
+/// `QueueConvert` take, never the format of a living surface.
 inline constexpr std::int32_t FORMAT_YVU420 = 6;
 
 /// A surface as 13 32-bit words. The layout is part of the binary contract.
