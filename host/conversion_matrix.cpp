@@ -78,7 +78,7 @@ const std::vector<FamilyText>& Families() {
        "rgb to yuv420",
        {kRgbLuma,
         "U = ((112 SB - 74 SG - 38 SR) >> 10) + 128, V = ((112 SR - 94 SG - 18 SB) >> 10) + 128, "
-        "S = sum of the 2 x 2 pixels",
+        "SB, SG and SR the sums of the 2 x 2 pixels",
         "all forms give the same bytes; odd sizes are trimmed first"}},
       {Family::kRgbToYuy2,
        "rgb to yuy2",

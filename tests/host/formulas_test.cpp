@@ -1,14 +1,18 @@
 // SPDX-License-Identifier: BSD-2-Clause
 // Copyright (c) 2026, The ZorSurface authors
 
-// The formulas as `info --matrix` prints them, read from its text, worked out, and compared with
-// the bytes that conversions give.
+// The formulas as `info --matrix` prints them: read from its text, worked out, and compared with the
+// bytes that conversions give; and looked for on the pages about the conversions.
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cctype>
+#include <fstream>
 #include <map>
 #include <nlohmann/json.hpp>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "conversion_matrix.h"
 #include "library.h"
@@ -82,19 +86,29 @@ class Evaluator {
   std::size_t at_ = 0;
 };
 
+/// The right side of a formula, which begins at @p first: up to a comma or semicolon that isn't in
+/// brackets.
+std::string RightSide(const std::string& line, std::size_t first) {
+  int depth = 0;
+  std::size_t end = first;
+  for (; end < line.size() && (depth > 0 || (line[end] != ',' && line[end] != ';')); ++end) {
+    depth += (line[end] == '(') - (line[end] == ')');
+  }
+  return line.substr(first, end - first);
+}
+
+/// What the table prints about a family.
+std::vector<std::string> LinesOf(const std::string& family) {
+  static const auto json = nlohmann::json::parse(ConversionMatrixJson());
+  return json["families"][family];
+}
+
 /// The right side of "@p name = ..." in the line of a family that begins with @p start.
 std::string FormulaOf(const char* family, const std::string& name, const std::string& start) {
-  static const auto json = nlohmann::json::parse(ConversionMatrixJson());
-  for (const std::string line : json["families"][family]) {
+  for (const std::string& line : LinesOf(family)) {
     const std::size_t at = (" " + line).find(" " + name + " = ");
     if (line.rfind(start, 0) != 0 || at == std::string::npos) continue;
-    const std::size_t first = at + name.size() + 3;
-    int depth = 0;
-    std::size_t end = first;
-    for (; end < line.size() && (depth > 0 || line[end] != ','); ++end) {
-      depth += (line[end] == '(') - (line[end] == ')');
-    }
-    return line.substr(first, end - first);
+    return RightSide(line, at + name.size() + 3);
   }
   ADD_FAILURE() << family << " has no formula for " << name << " " << start;
   return "0";
@@ -213,6 +227,41 @@ TEST(Formulas, YuvToRgbIsAsItsFormulasSay) {
       }
     }
   });
+}
+
+/// A page of docs/conversions, its lines joined.
+std::string PageText(const std::string& name) {
+  std::ifstream page(ZOR_CONVERSION_PAGES "/" + name);
+  EXPECT_TRUE(page) << name;
+  std::string text;
+  for (std::string word; page >> word;) text += word + " ";
+  return text;
+}
+
+/// @return whether a formula stands in a text, and not as the beginning of a longer number.
+bool Holds(const std::string& text, const std::string& formula) {
+  const std::size_t at = text.find(formula);
+  return at != std::string::npos && std::isalnum(text[at + formula.size()]) == 0;
+}
+
+TEST(Formulas, StandOnTheConversionsPages) {
+  constexpr std::pair<const char*, const char*> kPages[] = {
+      {"rgb to yuv420", "rgb_to_yuv420.md"}, {"rgb to yuy2", "rgb_yuy2.md"},
+      {"yuy2 to rgb", "rgb_yuy2.md"},        {"yuv420 to rgb", "yuv420_to_rgb.md"},
+      {"yuv420 to yuy2", "yuv420_yuy2.md"},  {"yuy2 to yuv420", "yuv420_yuy2.md"}};
+  int formulas = 0;
+  for (const auto& [family, page] : kPages) {
+    const std::string text = PageText(page);
+    for (const std::string& line : LinesOf(family)) {
+      for (std::size_t at = line.find(" = "); at != std::string::npos;
+           at = line.find(" = ", at + 3)) {
+        const std::string formula = RightSide(line, at + 3);
+        EXPECT_TRUE(Holds(text, formula)) << page << " lacks " << formula;
+        ++formulas;
+      }
+    }
+  }
+  EXPECT_EQ(formulas, 26);  // 3, 5, 6, 8, 2 and 2
 }
 
 }  // namespace

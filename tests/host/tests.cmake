@@ -18,6 +18,8 @@ if(TARGET zorhost)
     ${host_tests}/picture_test.cpp
     ${host_tests}/plan_test.cpp ${host_tests}/scene_test.cpp ${host_tests}/still_test.cpp
     ${host_tests}/turn_test.cpp ${host_tests}/y4m_test.cpp)
+  target_compile_definitions(host_parts_test PRIVATE
+    ZOR_CONVERSION_PAGES="${CMAKE_SOURCE_DIR}/docs/conversions")
   zor_add_host_test(host_commands_test ${host_tests}/commands_test.cpp)
   add_dependencies(host_commands_test zorhost)
   zor_add_host_test(host_run_test
