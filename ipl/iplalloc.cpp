@@ -3,6 +3,7 @@
 
 #include "ipl/iplalloc.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 
@@ -128,8 +129,8 @@ IplImage* iplCreateImageHeader(std::int32_t nChannels, std::int32_t alphaChannel
     iplReportError(status, "iplCreateImageHeader", "Incorrect data-ins", "iplalloc", 158);
     return nullptr;
   }
-  auto* image = static_cast<IplImage*>(iplAllocAligned(
-      static_cast<std::int32_t>(sizeof(IplImage) < kHeaderSize ? kHeaderSize : sizeof(IplImage))));
+  auto* image = static_cast<IplImage*>(
+      iplAllocAligned(std::max(kHeaderSize, static_cast<std::int32_t>(sizeof(IplImage)))));
   if (image == nullptr) return nullptr;
   *image = {};
   image->nSize = kHeaderSize;

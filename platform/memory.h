@@ -11,7 +11,16 @@
 
 namespace zor {
 
-/// @return a block of at least @p bytes, aligned to 64, or null.
+/// The alignment of every block: a cache line, and the widest vector.
+inline constexpr int kLineBytes = 64;
+
+/// @return a number of bytes rounded up to whole lines, so that what stands behind is aligned too.
+template <class Integer>
+constexpr Integer WholeLines(Integer bytes) noexcept {
+  return (bytes + kLineBytes - 1) / kLineBytes * kLineBytes;
+}
+
+/// @return a block of at least @p bytes, aligned to `kLineBytes`, or null.
 void* AllocateBytes(std::size_t bytes) noexcept;
 /// Frees a block of `AllocateBytes`; null is fine.
 void FreeBytes(void* block) noexcept;

@@ -13,12 +13,6 @@
 namespace zor {
 namespace {
 
-constexpr std::int64_t kAlignment = 64;
-
-constexpr std::int64_t RoundUp(std::int64_t bytes) {
-  return (bytes + kAlignment - 1) & ~(kAlignment - 1);
-}
-
 /// Stands at the start of an allocation:
 ///
 ///     | header | front guard | picture | up to 63 bytes | rear guard |
@@ -26,7 +20,7 @@ constexpr std::int64_t RoundUp(std::int64_t bytes) {
 ///
 /// The size of the guard differs from block to block and kernels may write into it, so that nothing
 /// at a fixed distance from the picture could lead back here; the list below does.
-struct alignas(kAlignment) BlockHeader {
+struct alignas(kLineBytes) BlockHeader {
   BlockHeader* next;
   std::uint8_t* pixels;
   std::int64_t bytes;
@@ -69,7 +63,7 @@ class BlockList {
 
   BlockHeader*& ChainOf(const std::uint8_t* pixels) {
     const auto address = reinterpret_cast<std::uintptr_t>(pixels);
-    return chains_[(address / kAlignment ^ address >> 16) % kChains];
+    return chains_[(address / kLineBytes ^ address >> 16) % kChains];
   }
 
   OsaCriticalSection lock_;
@@ -118,8 +112,8 @@ std::int64_t GuardBytes(std::int64_t width, std::int64_t height) noexcept {
   // - a last row that is read or written in 4-byte steps though its pixels have fewer bytes, and
   //   tails that run on to a whole block: below 4 bytes a pixel of one row;
   // - whole vectors at the ends.
-  return RoundUp(8 * std::clamp<std::int64_t>(height, 0, INT32_MAX) +
-                 4 * std::clamp<std::int64_t>(width, 0, INT32_MAX) + 256);
+  return WholeLines(8 * std::clamp<std::int64_t>(height, 0, INT32_MAX) +
+                    4 * std::clamp<std::int64_t>(width, 0, INT32_MAX) + 256);
 }
 
 std::int64_t CoveredBytes(const SurfaceDescription& description, std::int64_t reported) noexcept {
@@ -141,7 +135,7 @@ std::uint8_t* AllocatePixelBlock(std::int64_t bytes, std::int64_t width, std::in
   if (bytes < 1 || bytes > kMaxBlockBytes) return nullptr;
   const std::int64_t guard = GuardBytes(width, height);
   const std::int64_t total =
-      static_cast<std::int64_t>(sizeof(BlockHeader)) + guard + RoundUp(bytes) + guard;
+      static_cast<std::int64_t>(sizeof(BlockHeader)) + guard + WholeLines(bytes) + guard;
   if (static_cast<std::uint64_t>(total) > SIZE_MAX) return nullptr;
   auto* const start = static_cast<std::uint8_t*>(AllocateBytes(static_cast<std::size_t>(total)));
   if (start == nullptr) return nullptr;

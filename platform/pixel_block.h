@@ -32,7 +32,7 @@ std::int64_t GuardBytes(std::int64_t width, std::int64_t height) noexcept;
 ///         @p reported.
 std::int64_t CoveredBytes(const SurfaceDescription& description, std::int64_t reported) noexcept;
 
-/// Allocates a block for a picture, aligned to 64 bytes.
+/// Allocates a block for a picture, aligned to a cache line of 64 bytes.
 /// @param bytes size of the block proper; refused under 1 and above `kMaxBlockBytes`.
 /// @return the first byte of the picture, or null.
 std::uint8_t* AllocatePixelBlock(std::int64_t bytes, std::int64_t width, std::int64_t height,

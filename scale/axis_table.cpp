@@ -6,7 +6,7 @@
 namespace zor {
 namespace {
 
-constexpr double kGuard = 1e-9;
+constexpr double kGuard = 1e-9;  // against sums that end just below a whole number
 
 std::int32_t Trunc(double value) {
   return static_cast<std::int32_t>(value);
@@ -29,7 +29,10 @@ class AxisBuilder {
         stride_(stride),
         start_(start),
         step_(step),
-        edges{0, destLength} {}
+        edges_{0, destLength} {}
+
+  /// The edges of the positions that have been built.
+  AxisEdges Edges() const { return edges_; }
 
   void Nearest() {
     double pos = start_ + 0.5 * step_;
@@ -170,12 +173,15 @@ class AxisBuilder {
         static_cast<std::uint32_t>(Trunc(255 - ((length_ - pos) * 255 / step_ + 0.5)));
     return share > 255 ? 255 : share;
   }
+  /// The weight of a position between two samples.
   static std::uint32_t Inner(double fraction) { return fraction > 0 ? Weight(fraction) : 0; }
 
+  /// Position @p i reads the source from @p index on.
   void Put(std::int32_t i, std::int32_t index, std::uint32_t word) {
     offsets_[i] = index * stride_;
     words_[i] = word;
   }
+  /// Position @p i lies in front of the source, or behind it: it reads the edge.
   void Before(std::int32_t i, std::uint32_t word) {
     Raise(i + 1);
     Put(i, 0, word);
@@ -185,10 +191,10 @@ class AxisBuilder {
     Put(i, length_ - 1, word);
   }
   void Raise(std::int32_t first) {
-    if (first > edges.first) edges.first = first;
+    if (first > edges_.first) edges_.first = first;
   }
   void Lower(std::int32_t last) {
-    if (last < edges.last) edges.last = last;
+    if (last < edges_.last) edges_.last = last;
   }
 
   const std::int32_t dest_;
@@ -198,9 +204,7 @@ class AxisBuilder {
   const std::int32_t stride_;
   const double start_;
   const double step_;
-
- public:
-  AxisEdges edges;
+  AxisEdges edges_;
 };
 
 }  // namespace
@@ -234,7 +238,7 @@ AxisEdges BuildAxisTable(std::int32_t destLength, std::int32_t sourceLength, std
     default:
       break;
   }
-  return axis.edges;
+  return axis.Edges();
 }
 
 }  // namespace zor

@@ -14,12 +14,6 @@
 namespace zor {
 namespace {
 
-constexpr std::uint64_t kVector = 64;
-
-std::uint64_t RoundUp(std::uint64_t bytes) {
-  return (bytes + kVector - 1) / kVector * kVector;
-}
-
 /// A kernel and the plan that its form made.
 template <class Kernel>
 struct Planned {
@@ -40,7 +34,7 @@ struct Planned {
   std::uint8_t* Make(const GrayColumns& columns, std::uint8_t* memory) noexcept {
     plan = memory;
     kernel->plan(columns, plan);
-    return memory + RoundUp(bytes);
+    return memory + WholeLines(bytes);
   }
 };
 
@@ -67,8 +61,9 @@ class GrayScaler {
     const bool interpolates = mode_ != SCALE_NEAREST && !SameWidth() && middle_ > 0;
     pick_.Choose(&GrayRowForm::pick, whole);
     if (interpolates) lerp_.Choose(&GrayRowForm::lerp, middle);
-    const std::uint64_t rowBytes = RoundUp(static_cast<std::uint64_t>(width_));
-    WorkArray<std::uint8_t> scratch(RoundUp(pick_.bytes) + RoundUp(lerp_.bytes) + 2 * rowBytes);
+    const std::uint64_t rowBytes = WholeLines(static_cast<std::uint64_t>(width_));
+    WorkArray<std::uint8_t> scratch(WholeLines(pick_.bytes) + WholeLines(lerp_.bytes) +
+                                    2 * rowBytes);
     if (!scratch) return;
     std::uint8_t* memory = pick_.Make(whole, scratch.data());
     if (interpolates) {
@@ -84,17 +79,7 @@ class GrayScaler {
     AcrossRows rows([this](std::uint8_t* out,
                            const std::uint8_t* row) { lerp_.kernel->across(out, row, lerp_.plan); },
                     memory, rowBytes);
-    for (std::int32_t y = 0; y < target_.height; ++y) {
-      if (y < bands_.first) {
-        SameWidth() ? CopyRow(y) : PickRow(y);
-      } else if (y >= bands_.last) {
-        PickRow(y);
-      } else if (SameWidth()) {
-        BlendedRow(y);
-      } else {
-        InterpolatedRow(y, &rows);
-      }
-    }
+    for (std::int32_t y = 0; y < target_.height; ++y) Row(y, &rows);
   }
 
  private:
@@ -129,6 +114,20 @@ class GrayScaler {
   }
   std::uint8_t* TargetRow(std::int32_t y) const noexcept {
     return target_.pixels + static_cast<std::ptrdiff_t>(y) * target_.stride;
+  }
+
+  /// Draws a row of an interpolating mode, by its band.
+  template <class Across>
+  void Row(std::int32_t y, AcrossRows<Across>* rows) noexcept {
+    if (y < bands_.first) {
+      SameWidth() ? CopyRow(y) : PickRow(y);
+    } else if (y >= bands_.last) {
+      PickRow(y);
+    } else if (SameWidth()) {
+      BlendedRow(y);
+    } else {
+      InterpolatedRow(y, rows);
+    }
   }
 
   void CopyRow(std::int32_t y) noexcept {

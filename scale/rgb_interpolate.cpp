@@ -40,12 +40,6 @@ const Regions& RegionsOf(std::int32_t from, std::int32_t to, ScaleMode mode) {
   return fade ? kFadeMixed : kBilinearMixed;
 }
 
-constexpr std::uint64_t kLine = 64;
-
-std::uint64_t RoundUp(std::int64_t bytes) {
-  return (static_cast<std::uint64_t>(bytes) + kLine - 1) / kLine * kLine;
-}
-
 /// A column kernel with its plan for one run.
 template <class Kernel>
 struct PlannedColumns {
@@ -66,7 +60,7 @@ struct PlannedColumns {
   std::uint8_t* Make(std::uint8_t* memory) {
     plan = memory;
     kernel->plan(columns, plan);
-    return memory + RoundUp(bytes);
+    return memory + WholeLines(bytes);
   }
 };
 
@@ -89,8 +83,10 @@ class Interpolator {
     fast_ = run.count > 0 && p_.mode != SCALE_AREA;
     if (fast_)
       nearest ? pick_.Choose(&RgbRowForm::pick, columns) : lerp_.Choose(&RgbRowForm::lerp, columns);
-    const std::uint64_t rowBytes = RoundUp(std::int64_t{kTo} * run.count) + kLine;
-    const std::uint64_t planBytes = RoundUp(pick_.bytes) + RoundUp(lerp_.bytes);
+    const auto rowBytes =
+        static_cast<std::uint64_t>(WholeLines(std::int64_t{kTo} * run.count) + kLineBytes);
+    const auto planBytes =
+        static_cast<std::uint64_t>(WholeLines(pick_.bytes) + WholeLines(lerp_.bytes));
     WorkArray<std::uint8_t> memory(planBytes + 2 * rowBytes + rows_.Bytes());
     if (!memory) return;
     rows_.Place(memory.data() + planBytes + 2 * rowBytes);

@@ -14,7 +14,7 @@
 namespace zor {
 namespace {
 
-/// Detail within this of the strongest is stretched past the range's limit and held there.
+/// How far below the strongest detail the limit lies; what is beyond it is held.
 constexpr std::int32_t kMargin = 30;
 
 /// One column of the pass across, with the window cut at the row's ends.
@@ -92,8 +92,41 @@ void BlurDown(const AcrossRing& ring, std::int32_t width, std::int32_t height, s
   }
 }
 
+/// Detail is what a plane has more than its blur, or less. What reaches these limits is stretched
+/// to the end of the byte range.
+struct DetailLimits {
+  std::int32_t low;
+  std::int32_t high;
+};
+
+DetailLimits LimitsOf(const std::uint8_t* plane, const std::uint8_t* blurred,
+                      std::uint64_t size) noexcept {
+  std::int32_t least = 255;
+  std::int32_t most = -255;
+  for (std::uint64_t i = 0; i < size; ++i) {
+    const std::int32_t detail = plane[i] - blurred[i];
+    least = std::min(least, detail);
+    most = std::max(most, detail);
+  }
+  return {least + kMargin, most - kMargin};
+}
+
 std::uint8_t Held(std::int32_t value) noexcept {
   return static_cast<std::uint8_t>(std::clamp(value, 0, 255));
+}
+
+/// Stretches the detail of a row to its limits; a limit of the wrong sign leaves its side alone.
+void StretchDetail(const std::uint8_t* row, const std::uint8_t* blurred, std::int32_t width,
+                   const DetailLimits& limits, std::uint8_t* out) noexcept {
+  for (std::int32_t x = 0; x < width; ++x) {
+    const std::int32_t value = row[x];
+    const std::int32_t detail = value - blurred[x];
+    if (detail > 0 && limits.high > 0) {
+      out[x] = Held(value + (255 - value) * detail / limits.high);
+    } else if (detail < 0 && limits.low < 0) {
+      out[x] = Held(value - value * detail / limits.low);
+    }
+  }
 }
 
 }  // namespace
@@ -147,29 +180,12 @@ bool SharpenPlane(std::uint8_t* plane, std::int32_t width, std::int32_t height,
   }
   if (!GaussianBlurPlane(packed.data(), width, height, kSharpenSigma, blurred.data())) return false;
 
-  std::int32_t least = 255;
-  std::int32_t most = -255;
-  for (std::uint64_t i = 0; i < size; ++i) {
-    const std::int32_t detail = packed.data()[i] - blurred.data()[i];
-    least = std::min(least, detail);
-    most = std::max(most, detail);
-  }
-  const std::int32_t high = most - kMargin;
-  const std::int32_t low = least + kMargin;
-  if (high <= 0 && low >= 0) return true;
+  const DetailLimits limits = LimitsOf(packed.data(), blurred.data(), size);
+  if (limits.high <= 0 && limits.low >= 0) return true;
   for (std::int32_t y = 0; y < height; ++y) {
-    const std::uint8_t* values = packed.data() + static_cast<std::ptrdiff_t>(y) * width;
-    const std::uint8_t* blur = blurred.data() + static_cast<std::ptrdiff_t>(y) * width;
-    std::uint8_t* out = plane + static_cast<std::ptrdiff_t>(y) * stride;
-    for (std::int32_t x = 0; x < width; ++x) {
-      const std::int32_t value = values[x];
-      const std::int32_t detail = value - blur[x];
-      if (detail > 0 && high > 0) {
-        out[x] = Held(value + (255 - value) * detail / high);
-      } else if (detail < 0 && low < 0) {
-        out[x] = Held(value - value * detail / low);
-      }
-    }
+    const std::ptrdiff_t row = static_cast<std::ptrdiff_t>(y) * width;
+    StretchDetail(packed.data() + row, blurred.data() + row, width, limits,
+                  plane + static_cast<std::ptrdiff_t>(y) * stride);
   }
   return true;
 }

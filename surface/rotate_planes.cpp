@@ -21,7 +21,8 @@ class WrappedImage {
     if (image_ == nullptr) return;
     image_->widthStep = stride;
     image_->imageData = image_->imageDataOrigin = pixels;
-    // A picture whose own rows make more than 2^31 bytes can't be; a stride word may say so.
+    // The header counts bytes by its own stride and may wrap where the picture doesn't lie there;
+    // a count below 1 would be refused.
     if (image_->imageSize < 1) image_->imageSize = 1;
   }
   ~WrappedImage() {
@@ -34,7 +35,7 @@ class WrappedImage {
 
   IplImage* get() const noexcept { return image_; }
   bool Stands() const noexcept { return image_ != nullptr; }
-  /// @return whether the warp takes the picture as a source: it needs a cell.
+  /// @return whether the warp takes the picture as a source: it wants a cell of 2 x 2 pixels.
   bool HasCell() const noexcept { return image_->width > 1 && image_->height > 1; }
 
  private:
