@@ -18,8 +18,8 @@ ZOR_ALWAYS_INLINE __m64 TruncatingAverage(__m64 a, __m64 b) {
                       _mm_srli_si64(_mm_and_si64(b, upperBits), 1));
 }
 
-/// A row by its triple. At the edges it is told apart what rounding averages needn't: a row that
-/// stays, and one that is averaged with a single neighbour.
+/// Smooths by a triple. A truncating average changes even a row averaged with itself, so the
+/// repeated rows of the edges are told apart: a row that stays, and one with a single neighbour.
 template <__m64 (*kLoad)(const std::uint8_t*)>
 ZOR_ALWAYS_INLINE __m64 SmoothTruncating(const RowTriple& rows, std::ptrdiff_t i) {
   const __m64 centre = kLoad(rows.centre + i);

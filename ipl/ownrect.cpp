@@ -8,7 +8,7 @@
 namespace zor {
 namespace {
 
-/// A coordinate this close behind a whole number counts as that number.
+/// A span that stops short of a whole column by less than this still takes it in.
 constexpr double kHair = 1.03e-14;
 
 struct Box {

@@ -24,8 +24,8 @@ bool RowInside(const WarpRows& w, const WarpSteps& s, std::int32_t start, std::i
   return true;
 }
 
-/// Any span, by the letter: 32-bit positions that wrap, 16-bit coordinates and row step. An address
-/// outside of the source leaves its pixel.
+/// Any span, pixel by pixel: positions wrap at 32 bits, coordinates and row step have 16. A pixel
+/// whose address lies outside of the source stays as it is.
 void CheckedSpan(const WarpRows& w, const WarpSteps& s, std::uint8_t* to, std::int32_t start,
                  std::int32_t count) {
   const std::int64_t bytes = std::int64_t{w.lastSourceRow} * w.sourceStep +
@@ -51,7 +51,7 @@ bool Overlaps(const WarpRows& w) {
   return from < to + written && to < from + read;
 }
 
-/// @return whether the kernels of `WarpSpanForm` serve these pictures; the general one serves all.
+/// @return whether the kernels of `WarpSpanForm` serve these pictures; `CheckedSpan` serves all.
 bool HasKernels(const WarpRows& w) {
   const bool alike = w.sourceChannels == w.targetChannels && w.sourceChannels == w.channels;
   const bool known = w.channels == 1 || w.channels == 3 || w.channels == 4;

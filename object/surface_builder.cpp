@@ -53,7 +53,7 @@ void PaintBlank(std::uint8_t* pixels, const SurfaceDescription& description, std
   if (description.format == FORMAT_YUV420) {
     PaintPlanarBlack(pixels, description.width, description.height);
   } else if (description.format == FORMAT_YUY2) {
-    // Only the first quarter, and with one value: a blank packed surface isn't black.
+    // Only the first quarter of the bytes, and with one value: a blank YUY2 surface isn't black.
     Paint(pixels, kNeutralChroma, bytes >> 2);
   }
 }
@@ -176,8 +176,8 @@ std::int32_t CSurfaceBuilder::CreateFromMemory(const SurfaceDescription* descrip
   }
   const std::int64_t bytes = CountMemoryBytes(layout);
   if (bytes < 1 || !FitsWord(bytes)) return VED_E_INVALIDARG;
-  // Exchanged planes are whole quarters of luma; where those aren't even, the last bytes are left.
-  // A negative height has a block, but no rows.
+  // The block is zeroed where the copy below leaves bytes out: exchanged planes are copied as whole
+  // quarters of luma, and a negative height has a block, but no rows.
   const bool whole = caller.format == FORMAT_YVU420 ? bytes % 6 == 0 : caller.height > 0;
   std::uint8_t* pixels =
       surface.AllocatePixels(bytes, whole ? BlockContents::kUnset : BlockContents::kZero);

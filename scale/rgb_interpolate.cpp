@@ -169,8 +169,8 @@ class Interpolator {
     }
   }
 
-  /// A run interpolated across and, with a weight, down. Behind 3-byte pixels the right run
-  /// follows, so that nothing of a fourth byte remains.
+  /// A run interpolated across and, with a weight, down. No fourth byte of a 3-byte pixel spills
+  /// here: the right run is drawn afterwards, and covers it.
   void LerpRun(RgbRun run, const std::uint8_t* row, std::uint32_t weight, Rows* rows) {
     if (run.count <= 0) return;
     std::uint8_t* out = out_ + std::int64_t{run.start} * kTo;

@@ -65,7 +65,7 @@ void ScalePicture(const ScaleTarget& target, const ScaleSource& source, const Sc
       AreaScale(target, source, 0);
       return;
     }
-    // The ratio has been looked at already, so boxes of less than two pixels come about.
+    // Unlike a box mode that was asked for, this one isn't held to steps of 2 and more.
     mode = SCALE_BOX;
   }
   route->scale(target, source, axes, mode, background);

@@ -3,7 +3,7 @@
 #pragma once
 
 /// @file
-/// A list with a bound, in the library's own memory.
+/// A list with a bound, in memory that a test can refuse.
 
 #include <algorithm>
 #include <cstddef>

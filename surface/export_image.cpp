@@ -13,7 +13,7 @@ namespace {
 constexpr std::uint32_t kExportDirectDraw = 1;
 constexpr std::uint32_t kExportGlobalDib = 2;
 
-/// How the rows of each format stand in a bitmap.
+/// How the rows of a format stand in a bitmap; a stride of 0 for one that has none there.
 struct DibRows {
   std::int64_t stride;
   std::uint32_t orientation;
@@ -88,7 +88,8 @@ std::int32_t CZorSurfaceBuffer::ExportDirectDraw(void** image) {
   DDSURFACEDESC2 desc = EmptySurfaceDesc();
   LockSurface(surface, &desc);
   if (desc.lpSurface != nullptr) {
-    // The planes of an odd height need more than half the rows hold; the surface's own end counts.
+    // At an odd height the planes need more room than the halved rows have: what doesn't fit into
+    // the DirectDraw surface is left out.
     CopyRowsOut(static_cast<std::uint8_t*>(desc.lpSurface),
                 kind == DrawSurface::kPlanarAs24 ? description_.width : desc.lPitch, 1,
                 CountBytes(desc.lPitch, desc.dwHeight));

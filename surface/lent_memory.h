@@ -28,6 +28,7 @@ class LentMemory {
 
   /// @return where to write, or null without memory for a scratch block.
   std::uint8_t* Target() const noexcept { return target_; }
+  /// Copies the host's part of the scratch block back, if there is one.
   void Finish() noexcept;
 
  private:

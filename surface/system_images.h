@@ -28,7 +28,7 @@ enum class DrawSurface : std::int32_t {
   kRgb = 1,            ///< the picture's size and bit count
   kPlanarAs24 = 2,     ///< half the height in 24 bits: room for the bytes of three planes
   kHalfAs32 = 3,       ///< half the height in 32 bits, without masks
-  kHalfAs32Again = 4,  ///< the same
+  kHalfAs32Again = 4,  ///< as `kHalfAs32`: both numbers stand for it
 };
 
 /// Makes a DirectDraw object for this one surface.

@@ -30,7 +30,7 @@ ZOR_ALWAYS_INLINE std::uint8_t Sample(const RowTriple& rows, std::ptrdiff_t i) n
   return rows.Smooth(i);
 }
 
-/// The policy of first entries.
+/// The policy of first entries: rows as they are.
 struct Straight {
   using Row = SingleRow;
 
@@ -42,7 +42,7 @@ struct Straight {
   }
 };
 
-/// The policy of second entries.
+/// The policy of second entries: rows through the filter.
 struct Smoothed {
   using Row = RowTriple;
 
