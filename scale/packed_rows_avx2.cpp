@@ -8,11 +8,12 @@
 namespace zor {
 namespace {
 
+struct FourDoubles {
+  using Vector = __m256d;
+};
+
 struct EightDoubles : ByteShuffle8 {
-  struct Pair {
-    __m256d low;
-    __m256d high;
-  };
+  using Pair = DoublePair<FourDoubles>;
 
   static ZOR_ALWAYS_INLINE Pair Set(double value) noexcept {
     return {_mm256_set1_pd(value), _mm256_set1_pd(value)};
@@ -34,12 +35,6 @@ struct EightDoubles : ByteShuffle8 {
   static ZOR_ALWAYS_INLINE Pair FromFloats(Floats values) noexcept {
     return {_mm256_cvtps_pd(_mm256_castps256_ps128(values)),
             _mm256_cvtps_pd(_mm256_extractf128_ps(values, 1))};
-  }
-  static ZOR_ALWAYS_INLINE Pair Sub(Pair a, Pair b) noexcept {
-    return {_mm256_sub_pd(a.low, b.low), _mm256_sub_pd(a.high, b.high)};
-  }
-  static ZOR_ALWAYS_INLINE Pair Mul(Pair a, Pair b) noexcept {
-    return {_mm256_mul_pd(a.low, b.low), _mm256_mul_pd(a.high, b.high)};
   }
   static ZOR_ALWAYS_INLINE Pair ThroughFloat(Pair a) noexcept {
     return {_mm256_cvtps_pd(_mm256_cvtpd_ps(a.low)), _mm256_cvtps_pd(_mm256_cvtpd_ps(a.high))};

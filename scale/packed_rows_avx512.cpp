@@ -8,16 +8,17 @@
 namespace zor {
 namespace {
 
+struct EightDoubles {
+  using Vector = __m512d;
+};
+
 template <std::int32_t kRegisters>
 struct SixteenDoubles : ByteShuffle16<kRegisters> {
   using Base = ByteShuffle16<kRegisters>;
   using typename Base::Bytes;
   using typename Base::Floats;
 
-  struct Pair {
-    __m512d low;
-    __m512d high;
-  };
+  using Pair = DoublePair<EightDoubles>;
 
   static ZOR_ALWAYS_INLINE Pair Set(double value) noexcept {
     return {_mm512_set1_pd(value), _mm512_set1_pd(value)};
@@ -39,12 +40,6 @@ struct SixteenDoubles : ByteShuffle16<kRegisters> {
   static ZOR_ALWAYS_INLINE Pair FromFloats(Floats values) noexcept {
     return {_mm512_cvtps_pd(_mm512_castps512_ps256(values)),
             _mm512_cvtps_pd(_mm512_extractf32x8_ps(values, 1))};
-  }
-  static ZOR_ALWAYS_INLINE Pair Sub(Pair a, Pair b) noexcept {
-    return {_mm512_sub_pd(a.low, b.low), _mm512_sub_pd(a.high, b.high)};
-  }
-  static ZOR_ALWAYS_INLINE Pair Mul(Pair a, Pair b) noexcept {
-    return {_mm512_mul_pd(a.low, b.low), _mm512_mul_pd(a.high, b.high)};
   }
   static ZOR_ALWAYS_INLINE Pair ThroughFloat(Pair a) noexcept {
     return {_mm512_cvtps_pd(_mm512_cvtpd_ps(a.low)), _mm512_cvtps_pd(_mm512_cvtpd_ps(a.high))};

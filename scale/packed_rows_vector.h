@@ -3,18 +3,32 @@
 #pragma once
 
 /// @file
-/// What the vector forms of the packed scaler share: the walk over a plan of byte shuffles.
-/// Always-inline code only.
+/// What the vector forms of the packed scaler share: arithmetic in doubles, and the walk over a
+/// plan of byte shuffles. Always-inline code only.
 
 #include "scale/area_rows_vector.h"
 
 namespace zor {
 namespace {
 
+/// The values of one group in doubles: two vectors, `D::Vector`, for each vector of floats.
+template <class D>
+struct DoublePair {
+  typename D::Vector low;
+  typename D::Vector high;
+
+  friend ZOR_ALWAYS_INLINE DoublePair operator-(DoublePair a, DoublePair b) noexcept {
+    return {a.low - b.low, a.high - b.high};
+  }
+  friend ZOR_ALWAYS_INLINE DoublePair operator*(DoublePair a, DoublePair b) noexcept {
+    return {a.low * b.low, a.high * b.high};
+  }
+};
+
 /// Calls values(v, across) for every group of a row's values, from v on; across(row) gives a row's
-/// values in doubles. S shuffles bytes and has pairs of vectors of doubles: FromIntegers,
-/// FromFloats, Sub, Mul, Set, LoadPair, StorePair, ThroughFloat, and Truncated, which makes
-/// integers of them.
+/// values in doubles. S shuffles bytes, has the Difference of integers, and makes a `DoublePair`
+/// by FromIntegers, FromFloats, Set and LoadPair. ThroughFloat rounds one to floats and back,
+/// StorePair stores one, and Truncated makes integers of it.
 template <class S, class Values>
 ZOR_ALWAYS_INLINE void ForEachPackedGroup(const std::uint8_t* plan, Values values) noexcept {
   const auto& head = *reinterpret_cast<const AreaPlanHead*>(plan);
@@ -32,7 +46,7 @@ ZOR_ALWAYS_INLINE void ForEachPackedGroup(const std::uint8_t* plan, Values value
       const auto window = S::LoadWindow(row, starts);
       const auto l = S::PickBytes(window, leftIndex);
       const auto r = S::PickBytes(window, rightIndex);
-      return S::Sub(S::FromIntegers(l), S::Mul(S::FromIntegers(S::Difference(l, r)), right));
+      return S::FromIntegers(l) - S::FromIntegers(S::Difference(l, r)) * right;
     });
     record += step;
     starts += S::kWindows;
@@ -43,9 +57,9 @@ ZOR_ALWAYS_INLINE void ForEachPackedGroup(const std::uint8_t* plan, Values value
 template <class S, class Pair>
 ZOR_ALWAYS_INLINE void StoreBetween(std::uint8_t* out, std::int64_t left, Pair upper, Pair lower,
                                     Pair share) noexcept {
-  const auto top = S::ThroughFloat(upper);
-  const auto value = S::Sub(top, S::Mul(S::Sub(top, lower), share));
-  S::StoreLowBytes(out, left < S::kLanes ? left : S::kLanes, S::Truncated(value));
+  const Pair top = S::ThroughFloat(upper);
+  S::StoreLowBytes(out, left < S::kLanes ? left : S::kLanes,
+                   S::Truncated(top - (top - lower) * share));
 }
 
 template <class S>
