@@ -44,7 +44,7 @@ class LevelsInTurn {
 
 class BlendGeometry : public Blend {};
 
-TEST_F(BlendGeometry, MaskedPlanarAtAllPositionsAndSizesUpTo20) {
+TEST_F(BlendGeometry, MaskedPlanarFormsFollowTheirRulesAtAllPositionsAndSizesUpTo20) {
   Noise noise(31);
   LevelsInTurn levels;
   for (const auto& [tg, cg] : {std::pair{Geometry{20, 20}, Geometry{24, 20}},
@@ -63,7 +63,7 @@ TEST_F(BlendGeometry, MaskedPlanarAtAllPositionsAndSizesUpTo20) {
   }
 }
 
-TEST_F(BlendGeometry, PackedAtAllPositionsAndSizesUpTo20) {
+TEST_F(BlendGeometry, PackedFormsFollowTheirRulesAtAllPositionsAndSizesUpTo20) {
   Noise noise(32);
   LevelsInTurn levels;
   for (const auto& [targetStride, childStride, childWidth] :
@@ -84,7 +84,7 @@ TEST_F(BlendGeometry, PackedAtAllPositionsAndSizesUpTo20) {
   }
 }
 
-TEST_F(BlendGeometry, KeyedAtAllPositionsAndSizesUpTo20) {
+TEST_F(BlendGeometry, KeyedFormsFollowTheirRulesAtAllPositionsAndSizesUpTo20) {
   Noise noise(33);
   LevelsInTurn levels;
   for (const auto& [tg, cg] : {std::pair{Geometry{20, 20}, Geometry{24, 20}},
@@ -102,9 +102,9 @@ TEST_F(BlendGeometry, KeyedAtAllPositionsAndSizesUpTo20) {
         for (const bool sse2 : {false, true}) {
           Bytes expected = target;
           ReferenceKeyed(expected, child, tg, cg, dest, source, opacity, key, sse2);
-          ASSERT_EQ(expected, RunKeyed(target, child, {tg, cg, dest, source},
-                                       static_cast<std::uint32_t>(opacity),
-                                       {key.y, key.u, key.v}, sse2))
+          ASSERT_EQ(expected,
+                    RunKeyed(target, child, {tg, cg, dest, source},
+                             static_cast<std::uint32_t>(opacity), {key.y, key.u, key.v}, sse2))
               << dest.left << "," << dest.top << "," << dest.right << "," << dest.bottom
               << " opacity " << opacity << " sse2 " << sse2;
         }
@@ -139,9 +139,8 @@ TEST_F(BlendGeometry, RowsWiderThanTheStrideMeetTheirNeighboursInTheOrderOfTheFo
               for (const int key : {-1, int{child[40]}}) {
                 expected = target;
                 ReferenceKeyed(expected, child, g, cg, r, r, opacity, {key, key, key}, sse2);
-                ASSERT_EQ(expected,
-                          RunKeyed(target, child, c, static_cast<std::uint32_t>(opacity),
-                                   {key, key, key}, sse2))
+                ASSERT_EQ(expected, RunKeyed(target, child, c, static_cast<std::uint32_t>(opacity),
+                                             {key, key, key}, sse2))
                     << width << " x " << height << " opacity " << opacity << " sse2 " << sse2;
               }
             }
@@ -168,7 +167,8 @@ TEST_F(BlendGeometry, LumaThatRunsIntoThePicturesOwnChromaIsBlendedInTheOrderOfT
             << top << " width " << width << " sse2 " << sse2;
         expected = target;
         ReferenceKeyed(expected, child, tg, cg, dest, source, 100, {-1, -1, -1}, sse2);
-        ASSERT_EQ(expected, RunKeyed(target, child, {tg, cg, dest, source}, 100, {-1, -1, -1}, sse2))
+        ASSERT_EQ(expected,
+                  RunKeyed(target, child, {tg, cg, dest, source}, 100, {-1, -1, -1}, sse2))
             << top << " width " << width << " sse2 " << sse2;
       }
     }

@@ -22,7 +22,8 @@ TEST_F(Blend, SampleFormulaHoldsForAllWeightsAndSamplesInEveryRowForm) {
       for (const VectorLevel level : kLevels) {
         LimitInnerVectorLevel(level);
         const BlendRows& rows = InnerBlendRows();
-        for (int i = 0; i < 256; ++i) target[static_cast<std::size_t>(i)] = static_cast<std::uint8_t>(i);
+        for (int i = 0; i < 256; ++i)
+          target[static_cast<std::size_t>(i)] = static_cast<std::uint8_t>(i);
         Bytes masked = target;
         rows.constant(target.data(), child.data(), static_cast<std::uint32_t>(w), 256);
         ASSERT_EQ(expected, target) << "weight " << w << " child " << c;
@@ -74,10 +75,8 @@ TEST_F(Blend, RowsOfEveryFormTakeTheRightMaskSamplesAndStayInTheirRow) {
                 [&](auto* a, auto* b, auto* w) { rows->maskedByEvens(a, b, w, n); });
           check(pairs, 2 * n, n,
                 [&](auto* a, auto* b, auto* w) { rows->maskedByPairs(a, b, w, n); });
-          check(constant, n, 0,
-                [&](auto* a, auto* b, auto*) { rows->constant(a, b, 77, n); });
-          check(twice, n, 0,
-                [&](auto* a, auto* b, auto*) { rows->constantTwice(a, b, 77, n); });
+          check(constant, n, 0, [&](auto* a, auto* b, auto*) { rows->constant(a, b, 77, n); });
+          check(twice, n, 0, [&](auto* a, auto* b, auto*) { rows->constantTwice(a, b, 77, n); });
         }
       }
     }
@@ -92,9 +91,9 @@ TEST_F(Blend, MaskedPlanarFormsFollowTheirRulesAtAllSmallRectangles) {
                   mask = noise.Bytes(static_cast<std::size_t>(cg.stride * cg.height));
       for (int width = 0; width <= 20; ++width) {
         for (int height = 0; height <= 20; ++height) {
-          const MaskedCase c{tg, cg,
-                             Rect(noise.Range(0, 24 - width), noise.Range(0, 23 - height), width, height),
-                             Rect(noise.Range(0, 24 - width), noise.Range(0, 22 - height), width, height)};
+          const MaskedCase c{
+              tg, cg, Rect(noise.Range(0, 24 - width), noise.Range(0, 23 - height), width, height),
+              Rect(noise.Range(0, 24 - width), noise.Range(0, 22 - height), width, height)};
           for (const bool sse2 : {false, true}) {
             Bytes expected = target;
             ReferenceMasked(expected, child, mask, tg, cg, c.dest, c.source, sse2);
@@ -110,10 +109,11 @@ TEST_F(Blend, MaskedPlanarFormsFollowTheirRulesAtAllSmallRectangles) {
   }
 }
 
-TEST_F(Blend, MaskedPlanarFormsAtEveryPositionAndAtWideRectangles) {
+TEST_F(Blend, MaskedPlanarFormsFollowTheirRulesAtEveryPositionAndAtWideRectangles) {
   Noise noise(13);
   const Geometry tg{20, 20}, cg{20, 20};
-  const Bytes target = PlanarNoise(noise, tg), child = PlanarNoise(noise, cg), mask = noise.Bytes(400);
+  const Bytes target = PlanarNoise(noise, tg), child = PlanarNoise(noise, cg),
+              mask = noise.Bytes(400);
   for (int left = 0; left < 20; ++left) {
     for (int top = 0; top < 20; ++top) {
       const RECT r = Rect(left, top, 20 - left, 20 - top);
@@ -172,16 +172,16 @@ TEST_F(Blend, KeyedFormsFollowTheirRulesForAllOpacitiesKeysAndSmallRectangles) {
   const Key match{100, 100, 100};
   for (int width = 1; width <= 20; ++width) {
     for (int height = 1; height <= 20; ++height) {
-      const MaskedCase c{tg, cg,
-                         Rect(noise.Range(0, 25 - width), noise.Range(0, 23 - height), width, height),
-                         Rect(noise.Range(0, 31 - width), noise.Range(0, 24 - height), width, height)};
+      const MaskedCase c{
+          tg, cg, Rect(noise.Range(0, 25 - width), noise.Range(0, 23 - height), width, height),
+          Rect(noise.Range(0, 31 - width), noise.Range(0, 24 - height), width, height)};
       for (const std::uint32_t opacity : {0u, 1u, 127u, 128u, 255u}) {
         for (const Key key : {match, Key{-1, -1, -1}, Key{271, 100, 100}}) {
           for (const bool sse2 : {false, true}) {
             Bytes expected = target;
-            ReferenceKeyed(expected, child, tg, cg, c.dest, c.source, static_cast<int>(opacity), key, sse2);
-            ASSERT_EQ(expected,
-                      RunKeyed(target, child, c, opacity, {key.y, key.u, key.v}, sse2))
+            ReferenceKeyed(expected, child, tg, cg, c.dest, c.source, static_cast<int>(opacity),
+                           key, sse2);
+            ASSERT_EQ(expected, RunKeyed(target, child, c, opacity, {key.y, key.u, key.v}, sse2))
                 << width << " x " << height << " opacity " << opacity << " sse2 " << sse2;
           }
         }
@@ -210,7 +210,8 @@ TEST_F(Blend, ClosedFormsOfTheBatchesEqualTheBatchesAtWidePictures) {
 TEST_F(Blend, RectanglesThatLeaveABlockTouchOnlyItsBytesAndReadZeroElsewhere) {
   Noise noise(17);
   const Geometry tg{20, 12}, cg{18, 10};
-  const Bytes target = PlanarNoise(noise, tg), child = PlanarNoise(noise, cg), mask = noise.Bytes(60);
+  const Bytes target = PlanarNoise(noise, tg), child = PlanarNoise(noise, cg),
+              mask = noise.Bytes(60);
   for (int turn = 0; turn < 400; ++turn) {
     const int width = noise.Range(2, 30), height = noise.Range(2, 24);
     const MaskedCase c{tg, cg, Rect(noise.Range(0, 40), noise.Range(0, 30), width, height),
@@ -302,14 +303,16 @@ TEST_F(Blend, MaskOfZerosReplacesAndMaskOfOnesLeavesTheTargetSlightlyDarkened) {
 TEST_F(Blend, Opacity128OverWidth16LeavesNoBatchOverAndWidth12BlendsFourPixelsOfEvenRowsTwice) {
   for (const int width : {16, 12}) {
     const Geometry g{width, 4};
-    Bytes target(static_cast<std::size_t>(width) * 6, 0), child(static_cast<std::size_t>(width) * 6, 200);
+    Bytes target(static_cast<std::size_t>(width) * 6, 0),
+        child(static_cast<std::size_t>(width) * 6, 200);
     const RECT r = Rect(0, 0, width, 4);
     const Bytes out = RunKeyed(target, child, {g, g, r, r}, 128, {-1, -1, -1}, true);
     for (int row = 0; row < 4; ++row) {
       for (int x = 0; x < width; ++x) {
         // once: (128 x 200 + 128 x 0) >> 8 = 100; twice: (128 x 200 + 128 x 100) >> 8 = 150
         const bool twice = width == 12 && row % 2 == 0 && x >= 8;
-        EXPECT_EQ(twice ? 150 : 100, out[static_cast<std::size_t>(row * width + x)]) << row << "," << x;
+        EXPECT_EQ(twice ? 150 : 100, out[static_cast<std::size_t>(row * width + x)])
+            << row << "," << x;
       }
     }
   }
@@ -369,9 +372,15 @@ TEST(KeyColour, FollowsItsMatrix) {
         const std::uint32_t u = 500 * b + 128000 - 169 * r - 331 * g;
         const std::uint32_t v = 500 * r + 128000 - 419 * g - 81 * b;
         const KeyColour k = KeyColourOf(r << 16 | g << 8 | b);
-        if (y % 1000 != 0) { ASSERT_EQ(y / 1000 + 16, static_cast<std::uint32_t>(k.y)); }
-        if (u % 1000 != 0) { ASSERT_EQ(u / 1000, static_cast<std::uint32_t>(k.u)); }
-        if (v % 1000 != 0) { ASSERT_EQ(v / 1000, static_cast<std::uint32_t>(k.v)); }
+        if (y % 1000 != 0) {
+          ASSERT_EQ(y / 1000 + 16, static_cast<std::uint32_t>(k.y));
+        }
+        if (u % 1000 != 0) {
+          ASSERT_EQ(u / 1000, static_cast<std::uint32_t>(k.u));
+        }
+        if (v % 1000 != 0) {
+          ASSERT_EQ(v / 1000, static_cast<std::uint32_t>(k.v));
+        }
       }
     }
   }

@@ -159,7 +159,7 @@ TEST_F(FastCopy, EveryFormCopiesTheBytesAndNoOthersAtEverySizeAndAlignment) {
   }
 }
 
-TEST_F(FastCopy, BelowAndAtOneBlockOf64Bytes) {
+TEST_F(FastCopy, BelowAndAtOneBlockOf64BytesTheBytesAreCopiedAndNoOthers) {
   for (const std::size_t bytes : {63u, 64u}) {
     const std::vector<std::uint8_t> from = Noise(bytes).Bytes(bytes);
     for (auto* copy : {MemCopyMmx, MemCopyStream}) {
@@ -171,7 +171,7 @@ TEST_F(FastCopy, BelowAndAtOneBlockOf64Bytes) {
   }
 }
 
-TEST_F(FastCopy, LargeBlocksPastTheCachesAtOddAddresses) {
+TEST_F(FastCopy, LargeBlocksAtOddAddressesAreCopiedPastTheCaches) {
   const std::size_t bytes = (std::size_t{8} << 20) + 77;
   const std::vector<std::uint8_t> from = Noise(3).Bytes(bytes);
   for (const std::size_t shift : {0u, 1u, 63u}) {

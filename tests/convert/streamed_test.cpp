@@ -58,7 +58,7 @@ class Streamed : public testing::TestWithParam<VectorLevel> {
   std::uint8_t* shifted_ = nullptr;
 };
 
-TEST_P(Streamed, PlanesOfRgb) {
+TEST_P(Streamed, PlanesOfRgbAreTheSamePastTheCaches) {
   ASSERT_TRUE(
       PlanesArePastCaches(aligned_, aligned_, aligned_, kStride, kStride / 2, kWidth, kHeight));
   for (auto* kernel : {ConvertRgb32ToYuv420Sse2, ConvertRgb24ToYuv420Sse2}) {
@@ -69,14 +69,14 @@ TEST_P(Streamed, PlanesOfRgb) {
   }
 }
 
-TEST_P(Streamed, PlanesOfYuy2) {
+TEST_P(Streamed, PlanesOfYuy2AreTheSamePastTheCaches) {
   ExpectSame(kLuma * 3 / 2, [&](std::uint8_t* target) {
     ConvertYuy2ToYuv420Sse2(target, target + kLuma, target + kLuma * 5 / 4, kStride, kStride / 2,
                             source_, 2 * kStride, kWidth, kHeight);
   });
 }
 
-TEST_P(Streamed, RowsOfYuy2) {
+TEST_P(Streamed, RowsOfYuy2AreTheSamePastTheCaches) {
   ASSERT_TRUE(RowsArePastCaches(aligned_, 2 * kStride, 2 * kWidth, kHeight));
   ExpectSame(kLuma * 2, [&](std::uint8_t* target) {
     ConvertYuv420ToYuy2Sse2(target, 2 * kStride, source_, source_ + kLuma, source_ + kLuma * 5 / 4,
@@ -89,7 +89,7 @@ TEST_P(Streamed, RowsOfYuy2) {
   }
 }
 
-TEST_P(Streamed, RowsOfRgb) {
+TEST_P(Streamed, RowsOfRgbAreTheSamePastTheCaches) {
   for (auto* kernel :
        {ConvertYuy2ToRgb32Sse2, ConvertYuy2ToRgb24Sse2, ConvertRgb24ToRgb32, ConvertRgb32ToRgb24}) {
     ExpectSame(kLuma * 4, [&](std::uint8_t* target) {

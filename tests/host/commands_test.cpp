@@ -2,6 +2,8 @@
 // Copyright (c) 2026, The ZorSurface authors
 
 // Runs of `rotate`, `convert --via` and `gallery` from outside.
+#include <array>
+
 #include "host_run.h"
 #include "picture_sink.h"
 #include "quadrants.h"
@@ -44,6 +46,11 @@ TEST_F(HostCommands, RotatePaintsTheBackgroundAndGoesThroughFormats) {
   ASSERT_EQ(result.code, 0) << result.err;
   EXPECT_EQ(result.err.find("unpainted"), std::string::npos) << result.err;
   ExpectQuarters(ReadStill(File("o.png")).picture, {kBlue, kRed, kWhite, kGreen}, "90");
+  RunWell("rotate " + art + " --by 45 -o " + File("o.png") + " --background ff8000");
+  const Picture turned = ReadStill(File("o.png")).picture;
+  const std::uint8_t* corner = turned.row(0, 0);
+  EXPECT_EQ((std::array{corner[2], corner[1], corner[0]}),
+            (std::array<std::uint8_t, 3>{0xFF, 0x80, 0x00}));
   EXPECT_EQ(Run("rotate " + art + " --by 45 --background red -o " + File("o.png")).code, 2);
 }
 

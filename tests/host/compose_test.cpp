@@ -105,10 +105,10 @@ TEST_F(ComposeRun, StillShowsFromItsFirstToItsLastFrameAndFades) {
   Picture gray(Layout::kGray8, 8, 8);
   std::fill(gray.data(), gray.data() + gray.size(), 200);
   WritePicture(gray, File("c.pgm"));
-  Compose({"file=" + File("c.pgm") + ",from=1,to=4,fade-in=1,fade-out=1"}, 6);
+  Compose({"file=" + File("c.pgm") + ",from=2,to=5,fade-in=1,fade-out=1"}, 8);
   const int half = (128 * 200 + 128 * kBase) >> 8;
-  const int wanted[] = {kBase, half, 200, 200, half, kBase};
-  for (int f = 0; f < 6; ++f) EXPECT_EQ(Luma(2, 2, f), wanted[f]) << f;
+  const int wanted[] = {kBase, kBase, half, 200, 200, half, kBase, kBase};
+  for (int f = 0; f < 8; ++f) EXPECT_EQ(Luma(2, 2, f), wanted[f]) << f;
 }
 
 TEST_F(ComposeRun, MaskFileShowsTheChildWhereItIsWhite) {
@@ -130,6 +130,12 @@ TEST_F(ComposeRun, AlphaMaskLiesUpright) {
   Compose({"file=" + HalfOpaque() + ",mask=alpha"});
   EXPECT_GE(Luma(4, 1), 234);
   EXPECT_LE(std::abs(Luma(4, 6) - kBase), 1);
+}
+
+TEST_F(ComposeRun, AlphaIsWeighedByTheOpacity) {
+  Compose({"file=" + HalfOpaque() + ",mask=alpha,opacity=128"});
+  EXPECT_EQ(Luma(4, 1), (128 * 235 + 128 * kBase) >> 8);  // 127 of 255, as with a mask file
+  EXPECT_EQ(Luma(4, 6), (235 + 255 * kBase) >> 8);
 }
 
 TEST_F(ComposeRun, AlphaTurnsWithThePicture) {

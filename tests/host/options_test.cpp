@@ -67,7 +67,7 @@ TEST(Options, UnknownFormatNamesTheKnownOnes) {
   }
 }
 
-TEST(Options, FrameRanges) {
+TEST(Options, FrameRangesHaveTwoEndsOfWhichTheLastMayBeOpen) {
   EXPECT_EQ(ParseFrames("").last, -1);
   EXPECT_EQ(ParseFrames("7").first, 7);
   EXPECT_EQ(ParseFrames("7").last, 7);
@@ -79,7 +79,7 @@ TEST(Options, FrameRanges) {
   }
 }
 
-TEST(Options, RawShapes) {
+TEST(Options, RawShapesHaveASizeAndAFormat) {
   const RawShape shape = ParseRawShape("8x6:yuy2");
   EXPECT_EQ(shape.width, 8);
   EXPECT_EQ(shape.height, 6);
@@ -88,7 +88,7 @@ TEST(Options, RawShapes) {
   EXPECT_THROW(ParseRawShape("8x6:argb"), UsageError);
 }
 
-TEST(Options, NumberedNames) {
+TEST(Options, NumberedNamesTakeTheirDigitsFromThePattern) {
   const auto name = NumberedName::Parse("a/img%04d.png");
   ASSERT_TRUE(name);
   EXPECT_EQ(name->At(7), "a/img0007.png");
@@ -99,7 +99,7 @@ TEST(Options, NumberedNames) {
   EXPECT_FALSE(NumberedName::Parse("img%s.png"));
 }
 
-TEST(Options, OutputKindByEnding) {
+TEST(Options, TheEndingDecidesTheKindOfOutput) {
   EXPECT_EQ(SinkKindOf("-"), SinkKind::kY4m);
   EXPECT_EQ(SinkKindOf("A.PNG"), SinkKind::kPng);
   EXPECT_EQ(SinkKindOf("out%04d.bmp"), SinkKind::kBmp);

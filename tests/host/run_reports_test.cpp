@@ -6,6 +6,7 @@
 
 #include "host_run.h"
 #include "picture_sink.h"
+#include "text.h"
 
 namespace zorhost {
 namespace {
@@ -128,14 +129,27 @@ TEST_F(HostRun, InfoPrintsTheMatrixWithoutAFile) {
   EXPECT_EQ(Run("info").code, 2);
 }
 
+/// A summary tells of these formats in their order; one that stands already takes no step.
+void ExpectSteps(const std::string& summary, const std::string& names) {
+  std::string stands = "yuv420";  // what a clip is handed in as
+  std::size_t at = summary.find("\"operations\"");
+  for (const std::string& name : SplitWords(names, ',')) {
+    if (name == stands) continue;
+    at = summary.find(" -> " + name, at);
+    ASSERT_NE(at, std::string::npos) << names << ": " << summary;
+    stands = name;
+  }
+}
+
 TEST_F(HostRun, EveryFormatIsReachedByTheWayNamed) {
   const std::string clip = Clip("in.y4m", 32, 16, 2);
   for (const char* to : {"rgb24", "rgb32", "yuv420", "yuy2", "yvu420"}) {
     for (const char* via :
          {"rgb24", "rgb32", "yuv420", "yuy2", "rgb32,yuy2", "yuy2,rgb24,yuv420"}) {
       const Result result =
-          RunWell("convert " + clip + " --hash --verify --to " + to + " --via " + via);
+          RunWell("convert " + clip + " --hash --verify --json --to " + to + " --via " + via);
       EXPECT_NE(result.out.find(std::string("32x16 ") + to + " "), std::string::npos) << result.out;
+      ExpectSteps(result.out, std::string(via) + "," + to);
     }
   }
   EXPECT_EQ(Run("convert " + clip + " --hash --to rgb24 --via rgb48").code, 2);

@@ -334,7 +334,7 @@ TEST_F(IplHeader, DefaultHandlerEndsTheProcess) {
   EXPECT_EXIT(Make(a), ::testing::ExitedWithCode(1), "");
 }
 
-TEST_F(IplHeader, StatusTexts) {
+TEST_F(IplHeader, StatusTextsKeepTheirSpelling) {
   EXPECT_STREQ("No Error", iplStatusText(0));
   EXPECT_STREQ("Backtrace", iplStatusText(-1));
   EXPECT_STREQ("Bad argument", iplStatusText(-5));

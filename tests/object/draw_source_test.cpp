@@ -39,7 +39,7 @@ class FakeDraw {
     };
     calls.unlock = [](IDirectDrawSurface7*) {
       --current->locks;
-      return std::int32_t{0};
+      return current->unlockResult;
     };
   }
   ~FakeDraw() { CurrentSystemCalls() = NativeSystemCalls(); }
@@ -50,6 +50,7 @@ class FakeDraw {
   Bytes memory;
   std::int32_t descResult = 0;
   std::int32_t lockResult = 0;
+  std::int32_t unlockResult = 0;
   std::uint32_t sizeWordSeen = 0;
   int locks = 0;
 
@@ -126,10 +127,9 @@ TEST(DirectDrawSource, CodesOfDescribeAndLockComeThroughUnchanged) {
 TEST(DirectDrawSource, TheResultOfTheUnlockDoesNotCount) {
   FakeDraw image(8, 8, 24, 24);
   image.memory = Bytes(192);
-  CurrentSystemCalls().directDrawSurface.unlock = [](IDirectDrawSurface7*) {
-    return std::int32_t{-5};
-  };
+  image.unlockResult = -5;
   Take(image.handle(), SOURCE_DIRECT_DRAW, FORMAT_RGB24);
+  EXPECT_EQ(image.locks, 0);
 }
 
 TEST(DirectDrawSource, WithoutMemoryTheSurfaceIsUnlocked) {

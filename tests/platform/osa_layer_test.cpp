@@ -20,9 +20,23 @@ class OsaLock : public testing::Test {
   zor::OsaCriticalSection lock_;
 };
 
+/// Waits for another thread, though not for ever. @return whether it came.
+bool SoonTrue(const std::atomic<bool>& flag) {
+  for (int i = 0; i < 5000 && !flag; ++i) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  }
+  return flag;
+}
+
 TEST_F(OsaLock, AThreadMayEnterALockThatItHolds) {
-  for (int i = 0; i < 3; ++i) zor::OsaEnterCriticalSection(&lock_);
-  for (int i = 0; i < 3; ++i) zor::OsaLeaveCriticalSection(&lock_);
+  std::atomic<bool> passed{false};
+  std::thread other([&] {
+    for (int i = 0; i < 3; ++i) zor::OsaEnterCriticalSection(&lock_);
+    for (int i = 0; i < 3; ++i) zor::OsaLeaveCriticalSection(&lock_);
+    passed = true;
+  });
+  ASSERT_TRUE(SoonTrue(passed));  // a thread that hangs can't be joined: the process ends here
+  other.join();
   const zor::OsaGuard again(&lock_);
 }
 
@@ -69,9 +83,15 @@ TEST_F(OsaLock, KeepsACountExactAcrossThreads) {
 TEST_F(OsaLock, LocksAreIndependent) {
   zor::OsaCriticalSection second;
   zor::OsaInitCriticalSection(&second);
-  const zor::OsaGuard guard(&lock_);
-  std::thread other([&] { const zor::OsaGuard inner(&second); });
-  other.join();  // ends only if the second lock is free
+  std::atomic<bool> entered{false};
+  zor::OsaEnterCriticalSection(&lock_);
+  std::thread other([&] {
+    const zor::OsaGuard inner(&second);
+    entered = true;
+  });
+  EXPECT_TRUE(SoonTrue(entered));
+  zor::OsaLeaveCriticalSection(&lock_);
+  other.join();
   zor::OsaDeleteCriticalSection(&second);
 }
 

@@ -149,7 +149,7 @@ TEST(PixelBlockBytes, FindsEachOfManyBlocks) {
   }
 }
 
-TEST(PixelBlock, ThreadsMakeAndFreeBlocksAtOnce) {
+TEST(PixelBlock, ThreadsMakeAndFreeBlocksAtOnceWithoutLosingOne) {
   const std::int64_t live = zor::LiveAllocations();
   std::vector<std::thread> threads;
   for (int t = 1; t <= 4; ++t) {

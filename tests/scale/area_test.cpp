@@ -26,7 +26,7 @@ void ExpectSame(GuardedPicture& target, GuardedPicture& source) {
       });
 }
 
-TEST(AreaScaler, SmallSizesWithOneThreeAndFourChannels) {
+TEST(AreaScaler, SmallSizesWithOneThreeAndFourChannelsMatchTheStatement) {
   Noise noise(1);
   for (const int channels : {1, 3, 4}) {
     for (int sw = 2; sw <= 40; ++sw) {
@@ -44,7 +44,7 @@ TEST(AreaScaler, SmallSizesWithOneThreeAndFourChannels) {
   }
 }
 
-TEST(AreaScaler, WidthsAroundTheVectorsAtManyRatios) {
+TEST(AreaScaler, WidthsAroundTheVectorsMatchTheStatementAtManyRatios) {
   Noise noise(2);
   const int widths[] = {16, 17, 33, 48, 63, 64, 65, 96, 127, 128, 129, 200, 400};
   for (const int channels : {1, 3, 4}) {
@@ -62,7 +62,7 @@ TEST(AreaScaler, WidthsAroundTheVectorsAtManyRatios) {
   }
 }
 
-TEST(AreaScaler, LargePictures) {
+TEST(AreaScaler, LargePicturesMatchTheStatement) {
   const int shapes[][4] = {{1920, 30, 1280, 20},
                            {1920, 27, 854, 12},
                            {1000, 100, 999, 99},

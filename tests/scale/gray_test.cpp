@@ -37,7 +37,7 @@ void ExpectSame(GuardedPicture& target, GuardedPicture& source, const Axes& axes
       });
 }
 
-TEST(GrayScaler, SmallSizesInEveryMode) {
+TEST(GrayScaler, SmallSizesMatchTheStatementInEveryMode) {
   Noise noise(1);
   for (int sw = 2; sw <= 40; ++sw) {
     for (int dw = 2; dw <= 40; ++dw) {
@@ -56,7 +56,7 @@ TEST(GrayScaler, SmallSizesInEveryMode) {
   }
 }
 
-TEST(GrayScaler, SizesOfOneInEveryMode) {
+TEST(GrayScaler, SizesOfOneMatchTheStatementInEveryMode) {
   for (int n = 1; n <= 40; n += 3) {
     for (const ScaleMode mode : {0u, 1u}) {
       GuardedPicture point(1, 1, 1, 1, EdgeOf(0), 3);
@@ -73,7 +73,7 @@ TEST(GrayScaler, SizesOfOneInEveryMode) {
   }
 }
 
-TEST(GrayScaler, WidthsAroundTheVectorsAtManyRatios) {
+TEST(GrayScaler, WidthsAroundTheVectorsMatchTheStatementAtManyRatios) {
   Noise noise(2);
   const int widths[] = {15,  16,  17,  31,  33,  63,  64,  65, 100,
                         127, 128, 129, 191, 200, 257, 300, 555};
@@ -92,7 +92,7 @@ TEST(GrayScaler, WidthsAroundTheVectorsAtManyRatios) {
   }
 }
 
-TEST(GrayScaler, LargePictures) {
+TEST(GrayScaler, LargePicturesMatchTheStatement) {
   const int shapes[][4] = {{640, 48, 427, 32},   {427, 33, 640, 49},  {320, 24, 640, 48},
                            {1920, 20, 1280, 13}, {1000, 7, 3000, 21}, {2048, 9, 500, 4},
                            {4000, 8, 121, 3},    {640, 40, 640, 27},  {640, 27, 640, 40}};
@@ -108,7 +108,7 @@ TEST(GrayScaler, LargePictures) {
   }
 }
 
-TEST(GrayScaler, StartsAndStepsOfTheCallersChoice) {
+TEST(GrayScaler, StartsAndStepsOfTheCallersChoiceMatchTheStatement) {
   Noise noise(3);
   for (int round = 0; round < 400; ++round) {
     const unsigned n = noise.Next();

@@ -25,7 +25,7 @@ void ExpectSame(GuardedPicture& target, GuardedPicture& source) {
       });
 }
 
-TEST(PackedScaler, SmallSizes) {
+TEST(PackedScaler, SmallSizesMatchTheStatement) {
   Noise noise(1);
   for (int sw = 1; sw <= 40; ++sw) {
     for (int dw = 1; dw <= 40; ++dw) {
@@ -39,7 +39,7 @@ TEST(PackedScaler, SmallSizes) {
   }
 }
 
-TEST(PackedScaler, LargerPictures) {
+TEST(PackedScaler, LargerPicturesMatchTheStatement) {
   const int shapes[][4] = {{640, 20, 426, 14}, {320, 9, 1000, 31}, {1920, 10, 1280, 7},
                            {700, 30, 70, 3},   {64, 64, 64, 20},   {64, 20, 200, 20}};
   unsigned n = 0;

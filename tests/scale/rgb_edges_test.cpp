@@ -260,7 +260,7 @@ RECT Rect(int left, int top, int right, int bottom) {
   return RECT{left, top, right, bottom};
 }
 
-TEST(StretchColour, RectanglesOfBothPicturesInEveryModeAndOrientation) {
+TEST(StretchColour, RectanglesOfBothPicturesMatchTheStatementInEveryModeAndOrientation) {
   Noise noise(41);
   for (int round = 0; round < 400; ++round) {
     for (const RgbPair& pair : kRgbPairs) {

@@ -32,7 +32,7 @@ class RgbRoute : public testing::TestWithParam<RgbPair> {
   }
 };
 
-TEST_P(RgbRoute, WidthsAndHeightsUpToForty) {
+TEST_P(RgbRoute, WidthsAndHeightsUpToFortyMatchTheStatement) {
   Noise noise(11);
   for (int sw = 1; sw <= 40; ++sw) {
     for (int dw = 1; dw <= 40; ++dw) {
@@ -48,7 +48,7 @@ TEST_P(RgbRoute, WidthsAndHeightsUpToForty) {
   }
 }
 
-TEST_P(RgbRoute, EqualSizesAndEqualSides) {
+TEST_P(RgbRoute, EqualSizesAndEqualSidesMatchTheStatement) {
   Noise noise(12);
   for (int n = 1; n <= 40; n += 3) {
     Draw(n, n, n, n, noise);
@@ -60,7 +60,7 @@ TEST_P(RgbRoute, EqualSizesAndEqualSides) {
   }
 }
 
-TEST_P(RgbRoute, WidthsAroundTheVectors) {
+TEST_P(RgbRoute, WidthsAroundTheVectorsMatchTheStatement) {
   Noise noise(13);
   const int widths[] = {15, 16, 17, 31, 33, 47, 64, 65, 100, 127, 129, 200, 257};
   for (const int sw : widths) {
@@ -71,7 +71,7 @@ TEST_P(RgbRoute, WidthsAroundTheVectors) {
   }
 }
 
-TEST_P(RgbRoute, WidePictures) {
+TEST_P(RgbRoute, WidePicturesMatchTheStatement) {
   Noise noise(14);
   const int shapes[][4] = {{640, 9, 427, 6},   {427, 6, 640, 9},   {320, 5, 640, 10},
                            {1920, 7, 1280, 4}, {1000, 3, 3000, 8}, {2048, 16, 512, 4},
@@ -83,7 +83,7 @@ TEST_P(RgbRoute, WidePictures) {
   }
 }
 
-TEST_P(RgbRoute, PicturesBeyondTheCaches) {
+TEST_P(RgbRoute, PicturesBeyondTheCachesMatchTheStatement) {
   // Just above the size from which rows are stored past the caches, on and off whole lines.
   const RgbPair pair = GetParam();
   const int height = 40;
@@ -98,7 +98,7 @@ TEST_P(RgbRoute, PicturesBeyondTheCaches) {
   }
 }
 
-TEST_P(RgbRoute, ReductionsBetweenTwoAndForty) {
+TEST_P(RgbRoute, ReductionsBetweenTwoAndFortyMatchTheStatement) {
   Noise noise(15);
   for (int ratio = 8; ratio <= 160; ratio += 1 + ratio / 24) {  // in quarters
     const int dw = noise.Range(2, 9);
@@ -109,7 +109,7 @@ TEST_P(RgbRoute, ReductionsBetweenTwoAndForty) {
   }
 }
 
-TEST_P(RgbRoute, StartsAndStepsOfTheCallersChoice) {
+TEST_P(RgbRoute, StartsAndStepsOfTheCallersChoiceMatchTheStatement) {
   Noise noise(16);
   const RgbPair pair = GetParam();
   for (int round = 0; round < 300; ++round) {

@@ -89,7 +89,7 @@ TEST(StretchYuv420, EverySmallSizeAndModeMatchesTheStatement) {
   }
 }
 
-TEST(StretchYuv420, EqualSizesWithAnyStrides) {
+TEST(StretchYuv420, EqualSizesWithAnyStridesMatchTheStatement) {
   Noise noise(13);
   for (int round = 0; round < 60; ++round) {
     const int width = noise.Range(1, 20), height = noise.Range(1, 9);

@@ -43,7 +43,7 @@ class FakeDraw {
     };
     calls.directDrawSurface.unlock = [](IDirectDrawSurface7*) {
       ++current->unlocks;
-      return std::int32_t{0};
+      return current->unlockResult;
     };
   }
   ~FakeDraw() { CurrentSystemCalls() = NativeSystemCalls(); }
@@ -51,6 +51,7 @@ class FakeDraw {
   GuardedMemory memory;
   DDSURFACEDESC2 asked = {};
   std::uint32_t level = 0;
+  std::int32_t unlockResult = 0;
   int releases = 0;
   int unlocks = 0;
 
@@ -134,10 +135,9 @@ TEST(ExportDraw, ResultsOfTheLevelAndOfTheUnlockDoNotCount) {
   const SurfaceDescription description = Describe(8, 6, FORMAT_RGB24);
   const HeldSurface surface = Noisy(description);
   FakeDraw draw(24, 144);  // its level is refused
-  CurrentSystemCalls().directDrawSurface.unlock = [](IDirectDrawSurface7*) {
-    return std::int32_t{-5};
-  };
+  draw.unlockResult = -5;
   EXPECT_EQ(Export(surface.get(), kDraw), &draw);
+  EXPECT_EQ(draw.unlocks, 1);
   EXPECT_EQ(draw.memory.Copy(), BlockOf(surface.get(), 144));
 }
 
