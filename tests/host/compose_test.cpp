@@ -12,6 +12,7 @@ namespace zorhost {
 namespace {
 
 using test::Even;
+using test::HashesIn;
 using test::HostRun;
 using test::Result;
 using test::Y4mOf;
@@ -40,6 +41,12 @@ class ComposeRun : public HostRun {
   }
   int Luma(int x, int y, int frame = 0) const {
     return static_cast<unsigned char>(out_[frame * 768u + y * 32u + x]);
+  }
+  /// A clip of 8 x 8: its left half has a luma of 200, the right one of 40.
+  std::string LightBesideDark() {
+    std::string luma;
+    for (int y = 0; y < 8; ++y) luma += Even(4, 200) + Even(4, 40);
+    return folder_.Make("edge.y4m", Y4mOf(8, 8, {luma + Even(32, 128)}));
   }
   /// An 8 x 8 picture of white; its upper half is opaque, the lower one transparent.
   std::string HalfOpaque() {
@@ -93,9 +100,9 @@ TEST_F(ComposeRun, ChosenFramesShowWhatTheyShowInTheWholeClip) {
   const Result whole = Run(job);
   const Result some = Run(job + " --frames 3-5 --every 2");
   ASSERT_EQ(some.code, 0) << some.err;
-  ASSERT_FALSE(some.out.empty());
+  ASSERT_EQ(HashesIn(whole.out).size(), 6u) << whole.out;
   for (const std::string number : {"3 ", "5 "}) {
-    const std::size_t at = some.out.find(number + "32x16");
+    const std::size_t at = some.out.find(number + "32x16 yuv420 ");
     ASSERT_NE(at, std::string::npos) << some.out;
     EXPECT_NE(whole.out.find(some.out.substr(at, some.out.find('\n', at) - at)), std::string::npos);
   }
@@ -126,6 +133,19 @@ TEST_F(ComposeRun, MaskFileShowsTheChildWhereItIsWhite) {
   EXPECT_EQ(Luma(9, 1), (128 * 200 + 128 * kBase) >> 8);
 }
 
+TEST_F(ComposeRun, MaskFileInColourCountsByItsBrightness) {
+  Picture mask(Layout::kRgb24, 12, 8);
+  for (int y = 0; y < 8; ++y) {
+    for (int x = 0; x < 12; ++x) mask.row(0, y)[3 * x + x / 4] = 255;  // blue, green, red
+  }
+  WritePicture(mask, File("m.png"));
+  Compose({"file=" + Flat("c.y4m", 12, 8, {200}) + ",mask=" + File("m.png")});
+  const int shown[] = {29 * 255 / 256, 150 * 255 / 256, 77 * 255 / 256};
+  for (int i = 0; i < 3; ++i) {
+    EXPECT_EQ(Luma(4 * i + 1, 3), ((shown[i] + 1) * 200 + (255 - shown[i]) * kBase) >> 8) << i;
+  }
+}
+
 TEST_F(ComposeRun, AlphaMaskLiesUpright) {
   Compose({"file=" + HalfOpaque() + ",mask=alpha"});
   EXPECT_GE(Luma(4, 1), 234);
@@ -136,6 +156,17 @@ TEST_F(ComposeRun, AlphaIsWeighedByTheOpacity) {
   Compose({"file=" + HalfOpaque() + ",mask=alpha,opacity=128"});
   EXPECT_EQ(Luma(4, 1), (128 * 235 + 128 * kBase) >> 8);  // 127 of 255, as with a mask file
   EXPECT_EQ(Luma(4, 6), (235 + 255 * kBase) >> 8);
+}
+
+TEST_F(ComposeRun, RotateTurnsTheChildClockwise) {
+  const std::string child = "file=" + LightBesideDark() + ",rotate=";
+  Compose({child + "90", child + "180,x=8", child + "270,x=16"});
+  EXPECT_EQ(Luma(4, 1), 200);  // its left side is the upper one
+  EXPECT_EQ(Luma(4, 6), 40);
+  EXPECT_EQ(Luma(8 + 1, 4), 40);
+  EXPECT_EQ(Luma(8 + 6, 4), 200);
+  EXPECT_EQ(Luma(16 + 4, 1), 40);
+  EXPECT_EQ(Luma(16 + 4, 6), 200);
 }
 
 TEST_F(ComposeRun, AlphaTurnsWithThePicture) {
@@ -175,13 +206,26 @@ TEST_F(ComposeRun, StretchesTheChildToItsRectangle) {
   EXPECT_GE(Luma(19, 1), 234);
 }
 
+TEST_F(ComposeRun, ScaleModeOfAChildIsTheOneNamed) {
+  const std::string child = "file=" + LightBesideDark() + ",w=16,h=16";
+  const auto blended = [this] {
+    int count = 0;
+    for (int x = 0; x < 16; ++x) count += Luma(x, 8) != 200 && Luma(x, 8) != 40;
+    return count;
+  };
+  Compose({child});
+  EXPECT_EQ(blended(), 0);
+  Compose({child + ",scale=bilinear"});
+  EXPECT_GT(blended(), 0);
+}
+
 TEST_F(ComposeRun, SceneFileGivesTheSamePictures) {
   const std::string base = Flat("base.y4m", 32, 16, {kBase, kBase});
   const Result direct =
       Run("compose --base " + base + " --child file=" + Flat("c.y4m", 8, 8, {200, 210}) +
           ",x=6,opacity=99 --hash --quiet --write-scene " + File("s.json"));
   ASSERT_EQ(direct.code, 0) << direct.err;
-  ASSERT_FALSE(direct.out.empty());
+  ASSERT_EQ(HashesIn(direct.out).size(), 2u) << direct.out;
   EXPECT_EQ(Run("compose --project " + File("s.json") + " --hash --quiet").out, direct.out);
 }
 

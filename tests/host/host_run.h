@@ -7,6 +7,8 @@
 /// files. The program stands in the working folder.
 
 #include <cstdlib>
+#include <set>
+#include <sstream>
 #include <string>
 
 #include "scratch_folder.h"
@@ -48,6 +50,16 @@ inline Result RunHost(const ScratchFolder& folder, const std::string& arguments)
 /// @return a job with its "%s" replaced by a file.
 inline std::string JobOn(std::string job, const std::string& file) {
   return job.replace(job.find("%s"), 2, file);
+}
+
+/// @return the hashes that a run printed, each once.
+inline std::set<std::string> HashesIn(const std::string& lines) {
+  std::set<std::string> hashes;
+  std::istringstream in(lines);
+  for (std::string frame, size, layout, hash; in >> frame >> size >> layout >> hash;) {
+    hashes.insert(hash);
+  }
+  return hashes;
 }
 
 class HostRun : public testing::Test {

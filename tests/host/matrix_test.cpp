@@ -35,6 +35,7 @@ TEST(Matrix, TextHasARowForEachSurfaceFormat) {
             std::string::npos)
       << text;
   EXPECT_EQ(text.find("\nyvu420"), std::string::npos) << text;
+  EXPECT_NE(text.find("\nrgb to yuv420\n  Y = "), std::string::npos) << text;
 }
 
 TEST(Matrix, EveryPairHasFormulas) {

@@ -67,9 +67,12 @@ TEST_F(HostRun, SecondFrameIntoOnePictureEndsWithFour) {
 }
 
 TEST_F(HostRun, LibraryErrorsEndWithFiveCodeAndText) {
-  ExpectRefusal("convert " + Clip("in.y4m", 16, 16, 1) + " -o " + File("o.png") + " --to gray", 5,
-                "yuv420 to gray: VED_E_UNSUPPORTED (0x81000001)");
-  EXPECT_FALSE(folder_.Has("o.png"));
+  const std::string convert = "convert " + Clip("in.y4m", 16, 16, 1) + " --to gray -o ";
+  for (const char* output : {"o.png", "o.y4m"}) {
+    ExpectRefusal(convert + File(output), 5, "yuv420 to gray: VED_E_UNSUPPORTED (0x81000001)");
+    EXPECT_FALSE(folder_.Has(output));
+    EXPECT_FALSE(folder_.Has(std::string(output) + ".part"));
+  }
 }
 
 TEST_F(HostRun, TruncatedClipEndsWithThreeAndKeepsWholeFrames) {
