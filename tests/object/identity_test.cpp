@@ -11,16 +11,8 @@
 #include "support/raw_table.h"
 #include "support/surfaces.h"
 
+namespace zor::test {
 namespace {
-
-using zor::LiveAllocations;
-using zor::RefuseAllocation;
-using zor::test::CallSlot;
-using zor::test::CountOf;
-using zor::test::Describe;
-using zor::test::HeldSurface;
-using zor::test::MakeBlank;
-using zor::test::SecondBase;
 
 std::uint32_t WordOf(const GUID& id, int word) {
   std::uint32_t words[4];
@@ -132,7 +124,7 @@ TEST(QueryInterface, GivesTheSamePointerForTheRootAndTakesAReference) {
 
 TEST(ReferenceCount, AsManyReleasesAsAddRefsDestroy) {
   const std::int64_t before = LiveAllocations();
-  auto* builder = zor::CSurfaceBuilder::Create();
+  auto* builder = CSurfaceBuilder::Create();
   ASSERT_NE(builder, nullptr);
   for (std::uint32_t count = 1; count <= 5; ++count) EXPECT_EQ(builder->AddRef(), count);
   for (std::uint32_t count = 5; count-- > 1;) EXPECT_EQ(builder->Release(), count);
@@ -143,11 +135,11 @@ TEST(ReferenceCount, AsManyReleasesAsAddRefsDestroy) {
 
 TEST(DeletingDestructor, FreesTheMemoryOnlyWithBitZero) {
   const std::int64_t before = LiveAllocations();
-  zor::CSurfaceBuilder* builder = zor::CSurfaceBuilder::Create();
+  CSurfaceBuilder* builder = CSurfaceBuilder::Create();
   EXPECT_EQ(builder->ScalarDeletingDestructor(2), builder);
   EXPECT_EQ(LiveAllocations(), before + 1);
-  zor::FreeBytes(builder);
-  builder = zor::CSurfaceBuilder::Create();
+  FreeBytes(builder);
+  builder = CSurfaceBuilder::Create();
   EXPECT_EQ(builder->ScalarDeletingDestructor(1), builder);
   EXPECT_EQ(LiveAllocations(), before);
 }
@@ -331,3 +323,4 @@ TEST(Tables, TheSurfaceAnswersInTheOrderOfItsSlots) {
 }
 
 }  // namespace
+}  // namespace zor::test

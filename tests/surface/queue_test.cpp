@@ -10,14 +10,9 @@
 #include "support/probe_surface.h"
 #include "support/surfaces.h"
 
+namespace zor::test {
 namespace {
 
-using zor::SurfaceOperation;
-using zor::test::Describe;
-using zor::test::DescriptionOf;
-using zor::test::HeldSurface;
-using zor::test::MakeBlank;
-using zor::test::ProbeSurface;
 using Calls = std::vector<std::string>;
 
 class Queue : public testing::Test {
@@ -307,12 +302,13 @@ TEST_F(Queue, AFullQueueThrowsLeavesTheLockAndQueuesNothing) {
 }
 
 TEST_F(Queue, WithoutMemoryNothingIsQueued) {
-  zor::RefuseAllocation(1);
+  RefuseAllocation(1);
   EXPECT_EQ(probe.QueueConvert(FORMAT_RGB24), VED_E_OUTOFMEMORY);
-  zor::RefuseAllocation(1);
+  RefuseAllocation(1);
   EXPECT_EQ(probe.QueueResize(8, 8, 0, 0), VED_E_OUTOFMEMORY);
-  zor::RefuseAllocation(0);
+  RefuseAllocation(0);
   EXPECT_TRUE(probe.queue().empty());
 }
 
 }  // namespace
+}  // namespace zor::test

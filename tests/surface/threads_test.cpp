@@ -13,16 +13,8 @@
 #include "support/probe_surface.h"
 #include "support/surfaces.h"
 
+namespace zor::test {
 namespace {
-
-using zor::LiveAllocations;
-using zor::test::CountOf;
-using zor::test::Describe;
-using zor::test::HeldBuilder;
-using zor::test::HeldSurface;
-using zor::test::MakeBlank;
-using zor::test::MakeBuilder;
-using zor::test::ProbeSurface;
 
 constexpr int kThreads = 4;
 constexpr int kRounds = 500;
@@ -122,3 +114,4 @@ TEST(Threads, OneBuilderServesThemAll) {
 }
 
 }  // namespace
+}  // namespace zor::test
