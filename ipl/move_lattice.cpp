@@ -116,6 +116,15 @@ std::int32_t FirstRowOnALine(const Region& r, std::int32_t rows) {
   return 0;
 }
 
+/// @return the lower address of as many rows behind the @p rows ones from @p y on, or 0 if other
+///         pixels lie between them
+std::uintptr_t NextRows(const Region& r, std::int32_t y, std::int32_t rows) {
+  const std::int64_t step = r.targetStep;
+  if ((step < 0 ? -step : step) >= 2 * r.RowBytes()) return 0;
+  return reinterpret_cast<std::uintptr_t>(r.Row(y)) +
+         static_cast<std::uintptr_t>(step < 0 ? (2 * rows - 1) * step : rows * step);
+}
+
 /// Columns that are rows of the source. Goes down in bands of rows, so that a line of the source is
 /// read once and a line of the target is finished while it is near.
 void TurnBands(Region r) {
@@ -140,7 +149,7 @@ void TurnBands(Region r) {
       std::uint8_t* to = r.Row(y) + std::int64_t{x} * r.pixel;
       const std::uint8_t* from = r.source + x * r.columnStep + std::int64_t{y} * r.pixel;
       if (!stream) {
-        kernels.turn({to, r.targetStep, from, r.columnStep, columns, rows});
+        kernels.turn({to, r.targetStep, from, r.columnStep, columns, rows, NextRows(r, y, rows)});
         continue;
       }
       kernels.turn({scratch, piece, from, r.columnStep, columns, rows});

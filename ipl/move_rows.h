@@ -21,6 +21,9 @@ struct TurnedTile {
   std::int64_t columnStep;
   std::int32_t columns;
   std::int32_t rows;
+  /// Where the rows that come next are written, if they are one run of memory and not written past
+  /// the caches; otherwise 0. Those of the source come behind the tile's own.
+  std::uintptr_t targetAhead = 0;
 };
 
 /// The moves of one pixel size.

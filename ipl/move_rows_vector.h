@@ -20,18 +20,30 @@ ZOR_ALWAYS_INLINE std::int32_t BlockStart(std::int32_t at, std::int32_t block,
   return at + block <= count ? at : count - block;
 }
 
-/// Asks for the lines of columns that come later. Nothing says that they exist: a prefetch of what
-/// doesn't is none.
-template <std::int32_t kColumns>
-ZOR_ALWAYS_INLINE void PrefetchColumns(const std::uint8_t* source, std::int64_t columnStep,
-                                       std::int64_t bytes) noexcept {
-  constexpr std::int32_t kAhead = 64;
-  auto column =
-      reinterpret_cast<std::uintptr_t>(source) + static_cast<std::uintptr_t>(kAhead * columnStep);
-  for (std::int32_t k = 0; k < kColumns; ++k, column += static_cast<std::uintptr_t>(columnStep)) {
-    for (std::int64_t line = 0; line < bytes; line += 64) {
-      __builtin_prefetch(reinterpret_cast<const void*>(column + static_cast<std::uintptr_t>(line)));
-    }
+/// Asks for lines that come later. Nothing says that they exist: a prefetch of what doesn't is
+/// none.
+ZOR_ALWAYS_INLINE void Ask(std::uintptr_t from, std::int64_t bytes) noexcept {
+  for (std::int64_t line = 0; line < bytes; line += 64) {
+    __builtin_prefetch(reinterpret_cast<const void*>(from + static_cast<std::uintptr_t>(line)), 0,
+                       1);
+  }
+}
+
+/// Asks for the share of the next band that belongs to the columns from @p x on. A band reads a
+/// line here and a line there, which the processor doesn't foresee, and leaves time to ask for all
+/// of the next one: of the source the neighbours of the present lines, of the target one run of
+/// memory.
+template <class Block>
+ZOR_ALWAYS_INLINE void AskForNextBand(const TurnedTile& t, std::int32_t x) noexcept {
+  const std::int64_t rowBytes = t.rows * Block::kPixel;
+  auto column = reinterpret_cast<std::uintptr_t>(t.source) +
+                static_cast<std::uintptr_t>(x * t.columnStep + rowBytes);
+  for (std::int32_t k = 0; k < Block::kColumns; ++k) {
+    Ask(column, rowBytes);
+    column += static_cast<std::uintptr_t>(t.columnStep);
+  }
+  if (t.targetAhead != 0) {
+    Ask(t.targetAhead + static_cast<std::uintptr_t>(x * rowBytes), Block::kColumns * rowBytes);
   }
 }
 
@@ -42,7 +54,7 @@ void TurnBlocks(const TurnedTile& t) noexcept {
     const std::int32_t x = BlockStart(i, Block::kColumns, t.columns);
     const std::uint8_t* from = t.source + x * t.columnStep;
     std::uint8_t* to = t.target + std::int64_t{x} * Block::kPixel;
-    PrefetchColumns<Block::kColumns>(from, t.columnStep, t.rows * Block::kPixel);
+    AskForNextBand<Block>(t, x);
     for (std::int32_t j = 0; j < t.rows; j += Block::kRows) {
       const std::int32_t y = BlockStart(j, Block::kRows, t.rows);
       Block::Turn(to + y * t.targetStep, t.targetStep, from + std::int64_t{y} * Block::kPixel,
