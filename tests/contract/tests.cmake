@@ -72,6 +72,14 @@ endif()
 
 # The DLL as Windows loads it, and a host compiled for the other Windows compiler's ABI.
 if(WIN32)
+  set(programs $<TARGET_FILE:ZorSurface>)
+  foreach(name zorhost zorkernels)
+    if(TARGET ${name})
+      list(APPEND programs $<TARGET_FILE:${name}>)
+    endif()
+  endforeach()
+  add_test(NAME contract.unwind COMMAND ${contract}/check_unwind.sh ${CMAKE_OBJDUMP} ${programs})
+
   zor_add_contract_test(contract_dll_test ${contract}/dll_test.cpp)
   target_link_libraries(contract_dll_test PRIVATE version)
   target_compile_definitions(contract_dll_test PRIVATE

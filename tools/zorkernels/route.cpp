@@ -132,7 +132,7 @@ RawPicture ConvertBy(const zor::KernelRows& table, const std::vector<std::size_t
 }
 
 const char* FormOf(const zor::KernelRows& table, std::size_t row, bool smoothed) {
-  static const zor::KernelRows kForwards = zor::Forwards<false>();
+  static constexpr zor::KernelRows kForwards = zor::Forwards<false>();
   const auto entry = [row, smoothed](const zor::KernelRows& rows) -> const zor::KernelEntry& {
     return smoothed ? rows[row].smoothed : rows[row].straight;
   };
