@@ -27,28 +27,16 @@ std::uint64_t SavedState() noexcept {
 
 VectorLevel DetectVectorLevel() noexcept {
   constexpr std::uint32_t kOsxsave = 1u << 27;
-  constexpr std::uint64_t kAvxState = 0x06;
-  constexpr std::uint64_t kAvx512State = 0xE6;
-  constexpr std::uint32_t kAvx2 = 1u << 5;
-  constexpr std::uint32_t kAvx512FDqBwVl = 1u << 16 | 1u << 17 | 1u << 30 | 1u << 31;
-  constexpr std::uint32_t kVbmi = 1u << 1;
-  constexpr std::uint32_t kVnni = 1u << 11;
   std::uint32_t eax = 0;
   std::uint32_t ebx = 0;
   std::uint32_t ecx = 0;
   std::uint32_t edx = 0;
-  if (__get_cpuid(1, &eax, &ebx, &ecx, &edx) == 0 || (ecx & kOsxsave) == 0) {
-    return VectorLevel::kSse2;
+  VectorReplies replies = {};
+  if (__get_cpuid(1, &eax, &ebx, &ecx, &edx) != 0 && (ecx & kOsxsave) != 0) {
+    replies.savedState = SavedState();
   }
-  const std::uint64_t saved = SavedState();
-  if (__get_cpuid_count(7, 0, &eax, &ebx, &ecx, &edx) == 0 || (ebx & kAvx2) == 0 ||
-      (saved & kAvxState) != kAvxState) {
-    return VectorLevel::kSse2;
-  }
-  const bool wide = (ebx & kAvx512FDqBwVl) == kAvx512FDqBwVl &&
-                    (ecx & (kVbmi | kVnni)) == (kVbmi | kVnni) &&
-                    (saved & kAvx512State) == kAvx512State;
-  return wide ? VectorLevel::kAvx512 : VectorLevel::kAvx2;
+  __get_cpuid_count(7, 0, &eax, &replies.leaf7Ebx, &replies.leaf7Ecx, &edx);
+  return VectorLevelOf(replies);
 }
 
 std::atomic<VectorLevel> levelLimit{VectorLevel::kAvx512};
@@ -86,6 +74,21 @@ std::uint32_t InitPixelConversion() noexcept {
 }
 
 std::uint32_t CpuFeatureWord = InitPixelConversion();
+
+VectorLevel VectorLevelOf(const VectorReplies& replies) noexcept {
+  constexpr std::uint32_t kAvx2 = 1u << 5;
+  constexpr std::uint64_t kAvxState = 0x06;
+  constexpr std::uint32_t kAvx512FDqBwVl = 1u << 16 | 1u << 17 | 1u << 30 | 1u << 31;
+  constexpr std::uint32_t kVbmiVnni = 1u << 1 | 1u << 11;
+  constexpr std::uint64_t kAvx512State = 0xE6;
+  const auto has = [](auto word, auto bits) { return (word & bits) == bits; };
+  if (!has(replies.leaf7Ebx, kAvx2) || !has(replies.savedState, kAvxState)) {
+    return VectorLevel::kSse2;
+  }
+  const bool wide = has(replies.leaf7Ebx, kAvx512FDqBwVl) && has(replies.leaf7Ecx, kVbmiVnni) &&
+                    has(replies.savedState, kAvx512State);
+  return wide ? VectorLevel::kAvx512 : VectorLevel::kAvx2;
+}
 
 VectorLevel InnerVectorLevel() noexcept {
   static const VectorLevel detected = DetectVectorLevel();

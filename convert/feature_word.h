@@ -42,6 +42,16 @@ std::uint32_t DetectCpuFeatures() noexcept;
 /// Width of the inner speed-ups that an SSE2 form may use. The bytes are the same at every level.
 enum class VectorLevel { kSse2 = 0, kAvx2 = 1, kAvx512 = 2 };
 
+/// What CPUID and the operating system say of wider instruction sets.
+struct VectorReplies {
+  std::uint64_t savedState;  ///< the registers that the system saves: XCR0; 0 if it doesn't tell
+  std::uint32_t leaf7Ebx;    ///< EBX of leaf 7, 0 where there is none
+  std::uint32_t leaf7Ecx;    ///< ECX of the same
+};
+
+/// @return the widest level that may be used where the replies are these.
+VectorLevel VectorLevelOf(const VectorReplies& replies) noexcept;
+
 /// @return the widest level of this processor, or the level that a test or benchmark has pinned.
 ///         `kAvx512` means F, BW, DQ, VL, VBMI and VNNI together.
 VectorLevel InnerVectorLevel() noexcept;

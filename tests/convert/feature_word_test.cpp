@@ -109,6 +109,57 @@ TEST(FeatureWord, InnerLevelNeverPassesItsLimitNorTheProcessor) {
   EXPECT_EQ(widest, InnerVectorLevel());
 }
 
+// AVX2: EBX bit 5, and XCR0 bits 1 and 2. AVX-512 F, DQ, BW, VL: EBX 16, 17, 30, 31; VBMI and VNNI:
+// ECX 1 and 11; XCR0 bits 5 to 7 as well.
+constexpr VectorReplies kAllReplies = {~std::uint64_t{0}, ~0u, ~0u};
+
+TEST(VectorLevels, Avx2NeedsItsBitAndTheSystemToSaveItsRegisters) {
+  EXPECT_EQ(VectorLevelOf({0x6, 1u << 5, 0}), VectorLevel::kAvx2);
+  VectorReplies replies = kAllReplies;
+  replies.leaf7Ebx &= ~(1u << 5);
+  EXPECT_EQ(VectorLevelOf(replies), VectorLevel::kSse2);
+  for (const int bit : {1, 2}) {
+    replies = kAllReplies;
+    replies.savedState &= ~(std::uint64_t{1} << bit);
+    EXPECT_EQ(VectorLevelOf(replies), VectorLevel::kSse2) << bit;
+  }
+  EXPECT_EQ(VectorLevelOf({}), VectorLevel::kSse2);
+}
+
+TEST(VectorLevels, Avx512NeedsAllItsSetsAndTheSystemToSaveItsRegisters) {
+  EXPECT_EQ(VectorLevelOf(kAllReplies), VectorLevel::kAvx512);
+  EXPECT_EQ(VectorLevelOf(
+                {0xE6, 1u << 5 | 1u << 16 | 1u << 17 | 1u << 30 | 1u << 31, 1u << 1 | 1u << 11}),
+            VectorLevel::kAvx512);
+  for (const int bit : {16, 17, 30, 31}) {
+    VectorReplies replies = kAllReplies;
+    replies.leaf7Ebx &= ~(1u << bit);
+    EXPECT_EQ(VectorLevelOf(replies), VectorLevel::kAvx2) << bit;
+  }
+  for (const int bit : {1, 11}) {
+    VectorReplies replies = kAllReplies;
+    replies.leaf7Ecx &= ~(1u << bit);
+    EXPECT_EQ(VectorLevelOf(replies), VectorLevel::kAvx2) << bit;
+  }
+  for (const int bit : {5, 6, 7}) {
+    VectorReplies replies = kAllReplies;
+    replies.savedState &= ~(std::uint64_t{1} << bit);
+    EXPECT_EQ(VectorLevelOf(replies), VectorLevel::kAvx2) << bit;
+  }
+}
+
+TEST(VectorLevels, OfThisProcessorIsWhatTheCompilersOwnCheckSays) {
+  __builtin_cpu_init();
+  const bool avx2 = __builtin_cpu_supports("avx2") != 0;
+  const bool wide =
+      __builtin_cpu_supports("avx512f") != 0 && __builtin_cpu_supports("avx512dq") != 0 &&
+      __builtin_cpu_supports("avx512bw") != 0 && __builtin_cpu_supports("avx512vl") != 0 &&
+      __builtin_cpu_supports("avx512vbmi") != 0 && __builtin_cpu_supports("avx512vnni") != 0;
+  EXPECT_EQ(InnerVectorLevel(), !avx2  ? VectorLevel::kSse2
+                                : wide ? VectorLevel::kAvx512
+                                       : VectorLevel::kAvx2);
+}
+
 TEST(ColourTables, EveryEntryIsItsExactProduct) {
   for (std::int32_t i = 0; i < 256; ++i) {
     EXPECT_EQ(9535 * (i - 16), LumaScaleTable[i]);

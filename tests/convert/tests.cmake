@@ -12,3 +12,4 @@ zor_add_test(convert_yuv420_to_rgb_test ${CMAKE_CURRENT_LIST_DIR}/yuv420_to_rgb_
 zor_add_test(convert_feature_word_test ${CMAKE_CURRENT_LIST_DIR}/feature_word_test.cpp)
 zor_add_test(convert_kernel_table_test ${CMAKE_CURRENT_LIST_DIR}/kernel_table_test.cpp)
 zor_add_test(convert_kernel_passes_test ${CMAKE_CURRENT_LIST_DIR}/kernel_passes_test.cpp)
+zor_add_test(convert_mmx_state_test ${CMAKE_CURRENT_LIST_DIR}/mmx_state_test.cpp)

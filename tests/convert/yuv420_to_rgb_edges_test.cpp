@@ -136,16 +136,5 @@ TEST(Yuv420ToRgb, MmxRunsEightColumnsPastAWidthWithBitThreeSetButNotInTheFirstPa
   }
 }
 
-#if defined(__i386__)
-TEST(Yuv420ToRgb, MmxFormsLeaveTheFloatingPointRegistersFree) {
-  Uniform(kForms[1], 32, 8, 100, 100, 100);
-  struct {
-    std::uint32_t control, status, tags, rest[4];
-  } environment;
-  __asm__ volatile("fnstenv %0\n\tfldenv %0" : "=m"(environment));
-  EXPECT_EQ(0xFFFFu, environment.tags & 0xFFFF);  // all empty
-}
-#endif
-
 }  // namespace
 }  // namespace zor::test

@@ -86,6 +86,32 @@ TEST(ZorkernelsRoutes, ChromaKeepsItsPlaceInEveryOrderOfPlanes) {
   EXPECT_EQ(Convert(Layout::kYvu420, Layout::kLumaChroma, 2, 2, files[1].second), files[1].second);
 }
 
+TEST(ZorkernelsRoutes, InterleavedChromaStandsBehindAMultipleOf16Rows) {
+  for (const std::int32_t height : {2, 14, 16, 17, 18, 32}) {
+    // Two columns: luma counts the rows, V is 160 and more, U 80 and more.
+    const auto rows = static_cast<std::size_t>(height);
+    const std::size_t begin = (rows + 15) / 16 * 16 * 2;
+    Bytes planes, expected(begin + rows / 2 * 2);
+    for (std::size_t i = 0; i < 2 * rows; ++i) {
+      planes.push_back(static_cast<std::uint8_t>(i));
+      expected[i] = static_cast<std::uint8_t>(i);
+    }
+    for (const int first : {160, 80}) {
+      for (std::size_t i = 0; i < rows / 2; ++i) {
+        const auto sample = static_cast<std::uint8_t>(first + static_cast<int>(i));
+        planes.push_back(sample);
+        expected[begin + 2 * i + (first == 160 ? 1 : 0)] = sample;
+      }
+    }
+    const Bytes block = Convert(Layout::kYuv420, Layout::kLumaChroma16, 2, height, planes);
+    EXPECT_EQ(block, expected) << height;
+    if (height % 2 != 0) continue;  // straight, a last row reads chroma that the planes haven't
+    // It is read from there again; RGB tells by its red and blue.
+    const Bytes rgb = Convert(Layout::kLumaChroma16, Layout::kRgb24, 2, height, block);
+    EXPECT_EQ(rgb, Convert(Layout::kYuv420, Layout::kRgb24, 2, height, planes)) << height;
+  }
+}
+
 TEST(ZorkernelsRoutes, TheFilterWorksOnceAndTheThresholdKeysLuma) {
   Bytes rows = {0, 0, 200, 200, 0, 0};
   EXPECT_EQ(Convert(Layout::kPlane, Layout::kPlane, 2, 3, rows, {.smoothed = true}),
