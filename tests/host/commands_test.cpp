@@ -29,8 +29,7 @@ class HostCommands : public test::HostRun {
     return File(name);
   }
   std::string HashOf(const std::string& arguments) {
-    const Result result = Run(arguments + " --hash -q");
-    EXPECT_EQ(result.code, 0) << result.err;
+    const Result result = RunWell(arguments + " --hash -q");
     const std::size_t end = result.out.find_first_of("\r\n");
     return result.out.substr(end - 16, 16);
   }
@@ -38,12 +37,11 @@ class HostCommands : public test::HostRun {
 
 TEST_F(HostCommands, RotatePaintsTheBackgroundAndGoesThroughFormats) {
   const std::string art = Art("in.png", 64, 32);
-  Result result = Run("rotate " + art + " --by -90 -o " + File("o.png") + " --background 808080");
-  ASSERT_EQ(result.code, 0) << result.err;
+  Result result =
+      RunWell("rotate " + art + " --by -90 -o " + File("o.png") + " --background 808080");
   ExpectQuarters(ReadStill(File("o.png")).picture, {kGreen, kWhite, kRed, kBlue}, "-90");
   EXPECT_EQ(result.err.find("unpainted"), std::string::npos) << result.err;
-  result = Run("rotate " + art + " --by 90 --via yuv420 -o " + File("o.png"));
-  ASSERT_EQ(result.code, 0) << result.err;
+  result = RunWell("rotate " + art + " --by 90 --via yuv420 -o " + File("o.png"));
   EXPECT_EQ(result.err.find("unpainted"), std::string::npos) << result.err;
   ExpectQuarters(ReadStill(File("o.png")).picture, {kBlue, kRed, kWhite, kGreen}, "90");
   RunWell("rotate " + art + " --by 45 -o " + File("o.png") + " --background ff8000");
@@ -58,8 +56,7 @@ TEST_F(HostCommands, RotateTakesClipsAndBothWaysAgree) {
   const std::string clip = Clip("in.y4m", 48, 32, 2);
   for (const char* rest : {"--by 90", "--by 33 --background 204060", "--by 200 --to rgb24 --flip h",
                            "--by 271 --via rgb32 --to yuy2", "--by 180 --to rgb32 --bottom-up"}) {
-    const Result result = Run("rotate " + clip + " " + rest + " --verify");
-    EXPECT_EQ(result.code, 0) << rest << result.err;
+    const Result result = RunWell("rotate " + clip + " " + rest + " --verify");
     EXPECT_SAYS(result, "deferred and eager agree");
   }
 }
@@ -68,24 +65,19 @@ TEST_F(HostCommands, ConvertGoesThroughEveryFormatNamed) {
   const std::string art = Art("in.png", 64, 32);
   for (const char* via : {"rgb32", "yuv420", "yuy2", "yvu420", "yuy2,rgb32,yuv420,rgb24,yuy2"}) {
     for (const char* to : {"rgb24", "rgb32"}) {
-      const Result result =
-          Run("convert " + art + " --via " + via + " --to " + to + " -o " + File("o.png"));
-      ASSERT_EQ(result.code, 0) << result.err;
+      RunWell("convert " + art + " --via " + via + " --to " + to + " -o " + File("o.png"));
       ExpectQuarters(ReadStill(File("o.png")).picture, kQuarters, via);
     }
   }
-  Result result = Run("convert " + art + " --to yuy2 -o " + File("o.raw"));
-  ASSERT_EQ(result.code, 0) << result.err;
-  result = Run("convert " + File("o.raw") + " --raw 64x32:yuy2 --to rgb24 -o " + File("o.png"));
-  ASSERT_EQ(result.code, 0) << result.err;
+  RunWell("convert " + art + " --to yuy2 -o " + File("o.raw"));
+  RunWell("convert " + File("o.raw") + " --raw 64x32:yuy2 --to rgb24 -o " + File("o.png"));
   ExpectQuarters(ReadStill(File("o.png")).picture, kQuarters, "raw yuy2");
   EXPECT_EQ(Run("convert " + art + " --via gray --to rgb24 --hash").code, 5);
   EXPECT_EQ(Run("convert " + art + " --via rgb16 --to rgb24 --hash").code, 2);
 }
 
 TEST_F(HostCommands, EmptyColumnsOfPackedPicturesAreTold) {
-  const Result told = Run("convert " + Art("in.png", 20, 16) + " --to yuy2 --hash");
-  EXPECT_EQ(told.code, 0) << told.err;
+  const Result told = RunWell("convert " + Art("in.png", 20, 16) + " --to yuy2 --hash");
   EXPECT_SAYS(told, "the right 4 columns stay 0");
 }
 
@@ -97,8 +89,7 @@ std::size_t CountOf(const std::string& text, const std::string& word) {
 
 TEST_F(HostCommands, GalleryShowsModesTurnsAndConversions) {
   const std::string art = Art("art.png", 96, 80);
-  const Result result = Run("gallery " + art + " -o " + File("page/all.html"));
-  ASSERT_EQ(result.code, 0) << result.err;
+  RunWell("gallery " + art + " -o " + File("page/all.html"));
   const std::string page = folder_.Bytes("page/all.html");
   EXPECT_EQ(page.find("http"), std::string::npos);  // nothing from elsewhere
   std::size_t pictures = 0;
@@ -128,8 +119,8 @@ TEST_F(HostCommands, GalleryTakesAFolderAndRefusesOthers) {
   Art("in/a.png", 64, 64);
   Clip("in/b.y4m", 80, 64, 2);
   folder_.Make("in/notes.txt", "none");
-  const Result result = Run("gallery " + File("in") + " -o " + File("all.html") + " --longest 68");
-  ASSERT_EQ(result.code, 0) << result.err;
+  const Result result =
+      RunWell("gallery " + File("in") + " -o " + File("all.html") + " --longest 68");
   EXPECT_SAYS(result, "202 pictures");  // none at 1/17, where a side would be under 4
   EXPECT_TRUE(folder_.Has("all/a-source.png"));
   EXPECT_EQ(ReadStill(File("all/b-source.png")).info.width, 64);  // shrunk to whole sixteens

@@ -34,8 +34,7 @@ class ComposeRun : public HostRun {
     std::string line =
         "compose --base " + Flat("base.y4m", 32, 16, std::vector<int>(frames, kBase)) + " --verify";
     for (const std::string& child : children) line += " --child " + child;
-    const Result result = Run(line + " -o " + File("o.raw"));
-    ASSERT_EQ(result.code, 0) << result.err;
+    RunWell(line + " -o " + File("o.raw"));
     out_ = folder_.Bytes("o.raw");
     ASSERT_EQ(out_.size(), frames * 32u * 16 * 3 / 2);
   }
@@ -98,8 +97,7 @@ TEST_F(ComposeRun, ChosenFramesShowWhatTheyShowInTheWholeClip) {
                           " --child file=" + Flat("c.y4m", 8, 8, {50, 60, 70, 80, 90, 95}) +
                           " --hash --quiet";
   const Result whole = Run(job);
-  const Result some = Run(job + " --frames 3-5 --every 2");
-  ASSERT_EQ(some.code, 0) << some.err;
+  const Result some = RunWell(job + " --frames 3-5 --every 2");
   ASSERT_EQ(HashesIn(whole.out).size(), 6u) << whole.out;
   for (const std::string number : {"3 ", "5 "}) {
     const std::size_t at = some.out.find(number + "32x16 yuv420 ");
@@ -222,9 +220,8 @@ TEST_F(ComposeRun, ScaleModeOfAChildIsTheOneNamed) {
 TEST_F(ComposeRun, SceneFileGivesTheSamePictures) {
   const std::string base = Flat("base.y4m", 32, 16, {kBase, kBase});
   const Result direct =
-      Run("compose --base " + base + " --child file=" + Flat("c.y4m", 8, 8, {200, 210}) +
-          ",x=6,opacity=99 --hash --quiet --write-scene " + File("s.json"));
-  ASSERT_EQ(direct.code, 0) << direct.err;
+      RunWell("compose --base " + base + " --child file=" + Flat("c.y4m", 8, 8, {200, 210}) +
+              ",x=6,opacity=99 --hash --quiet --write-scene " + File("s.json"));
   ASSERT_EQ(HashesIn(direct.out).size(), 2u) << direct.out;
   EXPECT_EQ(Run("compose --project " + File("s.json") + " --hash --quiet").out, direct.out);
 }

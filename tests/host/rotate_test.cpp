@@ -20,9 +20,8 @@ TEST_F(HostRun, TurnsPlanarClipsClockwiseSampleBySample) {
   const std::string in = folder_.Bytes("in.y4m");
   const std::string luma = in.substr(in.find("FRAME\n") + 6);
   for (const int by : {90, 180, -90, 450}) {
-    const Result result = Run("rotate " + clip + " -o " + File("o.raw") + " --by " +
-                              std::to_string(by) + " --verify");
-    ASSERT_EQ(result.code, 0) << result.err;
+    RunWell("rotate " + clip + " -o " + File("o.raw") + " --by " + std::to_string(by) +
+            " --verify");
     const std::string out = folder_.Bytes("o.raw");
     ASSERT_EQ(out.size(), 32u * 16 * 3 / 2);
     const int width = by == 180 ? 32 : 16;
@@ -43,9 +42,8 @@ TEST_F(HostRun, GrayAndRgbTurnTheSameWay) {
   folder_.Make("in.pgm", "P5 32 16 255\n" + gray);
   for (const char* to : {"gray", "rgb24", "rgb32", "yuv420"}) {
     const bool isGray = std::string(to) == "gray";
-    const Result result = Run("rotate " + File("in.pgm") + " -o " +
-                              File(isGray ? "o.pgm" : "o.raw") + " --by 90 -q --to " + to);
-    ASSERT_EQ(result.code, 0) << result.err;
+    RunWell("rotate " + File("in.pgm") + " -o " + File(isGray ? "o.pgm" : "o.raw") +
+            " --by 90 -q --to " + to);
     const std::string out = folder_.Bytes(isGray ? "o.pgm" : "o.raw");
     const int bytes = std::string(to) == "rgb24" ? 3 : std::string(to) == "rgb32" ? 4 : 1;
     const char* first = out.data() + (isGray ? out.size() - 16 * 32 : 0);
@@ -75,8 +73,7 @@ TEST_F(HostRun, AutoObeysEveryOrientationOfExif) {
         Seen{7, true, true, true}, Seen{8, false, true, true}}) {
     const std::vector<std::uint8_t> start = test::JpegStart(true, seen.exif);
     folder_.Make("in.jpg", std::string(start.begin(), start.end()) + jpeg.substr(2));
-    const Result result = Run("rotate " + File("in.jpg") + " -o " + File("o.png") + " --auto");
-    ASSERT_EQ(result.code, 0) << result.err;
+    RunWell("rotate " + File("in.jpg") + " -o " + File("o.png") + " --auto");
     const Still still = ReadStill(File("o.png"));
     ASSERT_EQ(still.info.width, seen.turned ? 16 : 32) << int{seen.exif};
     const int right = still.info.width - 5;
@@ -94,17 +91,14 @@ TEST_F(HostRun, AutoObeysEveryOrientationOfExif) {
 TEST_F(HostRun, RotateSaysWhatItNeeds) {
   const std::string clip = Clip("in.y4m", 32, 16, 1);
   const std::string out = " -o " + File("o.y4m");
-  Result result = Run("rotate " + clip + out);
-  EXPECT_EQ(result.code, 2);
-  EXPECT_SAYS(result, "give --by DEGREES, --auto or --flip");
+  ExpectRefusal("rotate " + clip + out, 2, "give --by DEGREES, --auto or --flip");
   EXPECT_EQ(Run("rotate " + clip + out + " --auto --by 90").code, 2);
   EXPECT_EQ(Run("rotate " + clip + out + " --flip x").code, 2);
   EXPECT_EQ(Run("rotate " + clip + out + " --by 1.5").code, 2);
-  result = Run("rotate " + clip + " -o " + File("o.png") + " --by 90 --to rgb24");
-  EXPECT_EQ(result.code, 0) << result.err;  // turned as planar
+  // Turned as planar.
+  Result result = RunWell("rotate " + clip + " -o " + File("o.png") + " --by 90 --to rgb24");
   EXPECT_EQ(result.err.find("unpainted"), std::string::npos) << result.err;
-  result = Run("rotate " + File("o.png") + " -o " + File("p.png") + " --by 90");
-  EXPECT_EQ(result.code, 0);
+  result = RunWell("rotate " + File("o.png") + " -o " + File("p.png") + " --by 90");
   EXPECT_SAYS(result, "unpainted");
 }
 
