@@ -2,9 +2,10 @@
 // Copyright (c) 2026, The ZorSurface authors
 
 /// The conversions beside libyuv and a copy of as many bytes. "hot" works on the same buffers again
-/// and again, "cold" on buffers that rotate over more than any cache holds. Conversions from and to
-/// planes include the row filter here, which the rival leaves out. Compare rows of one run only,
-/// best with
+/// and again, "cold" on buffers that rotate over more than any cache holds. In "upward" our kernels
+/// walk the packed picture from its last row on; the rival always goes downward. Conversions from
+/// and to planes include the row filter here, which the rival leaves out. Compare rows of one run
+/// only, best with
 ///     --benchmark_enable_random_interleaving=true --benchmark_repetitions=9
 
 #include <cstdint>
@@ -29,6 +30,10 @@ constexpr std::uint32_t kAllForms = 0xFFFFFFFFu;
 struct Frame {
   int w;
   int h;
+  bool upward = false;  ///< ours walks the packed picture from its last row on
+  /// The kernels' orientation arguments, of conversions from planes and of the others.
+  std::uint32_t FromPlanes() const { return upward ? 1 : 0; }
+  std::uint32_t FromPacked() const { return upward ? 0 : 1; }
   int chroma() const { return w / 2; }
   /// The plane behind luma, and the one behind that.
   template <class Byte>
@@ -66,52 +71,52 @@ std::uint8_t* Strip() {
 
 const Conversion kConversions[] = {
     {"i420>rgb32", 12, 32,
-     OURS(zor::ConvertYuv420ToRgb(s, f.w, t, f.w * 4, f.w, f.h, kAllForms, 32, 0)),
+     OURS(zor::ConvertYuv420ToRgb(s, f.w, t, f.w * 4, f.w, f.h, kAllForms, 32, f.FromPlanes())),
      RIVAL(libyuv::I420ToARGB(s, f.w, f.Second(s), f.chroma(), f.First(s), f.chroma(), t, f.w * 4,
                               f.w, f.h))},
     {"i420>rgb24", 12, 24,
-     OURS(zor::ConvertYuv420ToRgb(s, f.w, t, f.w * 3, f.w, f.h, kAllForms, 24, 0)),
+     OURS(zor::ConvertYuv420ToRgb(s, f.w, t, f.w * 3, f.w, f.h, kAllForms, 24, f.FromPlanes())),
      RIVAL(libyuv::I420ToRGB24(s, f.w, f.Second(s), f.chroma(), f.First(s), f.chroma(), t, f.w * 3,
                                f.w, f.h))},
     {"i420>yuy2", 12, 16, OURS(zor::ConvertYuv420ToYuy2(s, f.w, t, f.w * 2, f.w, f.h, kAllForms)),
      RIVAL(libyuv::I420ToYUY2(s, f.w, f.Second(s), f.chroma(), f.First(s), f.chroma(), t, f.w * 2,
                               f.w, f.h))},
     {"rgb32>i420", 32, 12,
-     OURS(zor::ConvertRgbToYuv420(s, f.w * 4, t, f.w, f.w, f.h, kAllForms, 32, 1)),
+     OURS(zor::ConvertRgbToYuv420(s, f.w * 4, t, f.w, f.w, f.h, kAllForms, 32, f.FromPacked())),
      RIVAL(libyuv::ARGBToI420(s, f.w * 4, t, f.w, f.Second(t), f.chroma(), f.First(t), f.chroma(),
                               f.w, f.h))},
     {"rgb24>i420", 24, 12,
-     OURS(zor::ConvertRgbToYuv420(s, f.w * 3, t, f.w, f.w, f.h, kAllForms, 24, 1)),
+     OURS(zor::ConvertRgbToYuv420(s, f.w * 3, t, f.w, f.w, f.h, kAllForms, 24, f.FromPacked())),
      RIVAL(libyuv::RGB24ToI420(s, f.w * 3, t, f.w, f.Second(t), f.chroma(), f.First(t), f.chroma(),
                                f.w, f.h))},
     {"yuy2>i420", 16, 12, OURS(zor::ConvertYuy2ToYuv420(s, f.w * 2, t, f.w, f.w, f.h, kAllForms)),
      RIVAL(libyuv::YUY2ToI420(s, f.w * 2, t, f.w, f.Second(t), f.chroma(), f.First(t), f.chroma(),
                               f.w, f.h))},
     {"yuy2>rgb32", 16, 32,
-     OURS(zor::ConvertYuy2ToRgb(s, f.w * 2, t, f.w * 4, f.w, f.h, kAllForms, 32, 1)),
+     OURS(zor::ConvertYuy2ToRgb(s, f.w * 2, t, f.w * 4, f.w, f.h, kAllForms, 32, f.FromPacked())),
      RIVAL(libyuv::YUY2ToARGB(s, f.w * 2, t, f.w * 4, f.w, f.h))},
     {"yuy2>rgb24", 16, 24,
-     OURS(zor::ConvertYuy2ToRgb(s, f.w * 2, t, f.w * 3, f.w, f.h, kAllForms, 24, 1)),
+     OURS(zor::ConvertYuy2ToRgb(s, f.w * 2, t, f.w * 3, f.w, f.h, kAllForms, 24, f.FromPacked())),
      RIVAL(for (int y = 0; y < f.h; ++y) {
        libyuv::YUY2ToARGB(s + y * f.w * 2, f.w * 2, Strip(), f.w * 4, f.w, 1);
        libyuv::ARGBToRGB24(Strip(), f.w * 4, t + y * f.w * 3, f.w * 3, f.w, 1);
      })},
     {"rgb32>yuy2", 32, 16,
-     OURS(zor::ConvertRgbToYuy2(s, f.w * 4, t, f.w * 2, f.w, f.h, kAllForms, 32, 1)),
+     OURS(zor::ConvertRgbToYuy2(s, f.w * 4, t, f.w * 2, f.w, f.h, kAllForms, 32, f.FromPacked())),
      RIVAL(for (int y = 0; y < f.h; ++y) {
        libyuv::ARGBToYUY2(s + y * f.w * 4, f.w * 4, t + y * f.w * 2, f.w * 2, f.w, 1);
      })},
     {"rgb24>yuy2", 24, 16,
-     OURS(zor::ConvertRgbToYuy2(s, f.w * 3, t, f.w * 2, f.w, f.h, kAllForms, 24, 1)),
+     OURS(zor::ConvertRgbToYuy2(s, f.w * 3, t, f.w * 2, f.w, f.h, kAllForms, 24, f.FromPacked())),
      RIVAL(for (int y = 0; y < f.h; ++y) {
        libyuv::RGB24ToARGB(s + y * f.w * 3, f.w * 3, Strip(), f.w * 4, f.w, 1);
        libyuv::ARGBToYUY2(Strip(), f.w * 4, t + y * f.w * 2, f.w * 2, f.w, 1);
      })},
     {"rgb24>rgb32", 24, 32,
-     OURS(zor::PackRgb24ToRgb32(s, f.w * 3, t, f.w * 4, f.w, f.h, kAllForms, 1)),
+     OURS(zor::PackRgb24ToRgb32(s, f.w * 3, t, f.w * 4, f.w, f.h, kAllForms, f.FromPacked())),
      RIVAL(libyuv::RGB24ToARGB(s, f.w * 3, t, f.w * 4, f.w, f.h))},
     {"rgb32>rgb24", 32, 24,
-     OURS(zor::PackRgb32ToRgb24(s, f.w * 4, t, f.w * 3, f.w, f.h, kAllForms, 1)),
+     OURS(zor::PackRgb32ToRgb24(s, f.w * 4, t, f.w * 3, f.w, f.h, kAllForms, f.FromPacked())),
      RIVAL(libyuv::ARGBToRGB24(s, f.w * 4, t, f.w * 3, f.w, f.h))},
 };
 
@@ -123,7 +128,8 @@ struct Setting {
 
 constexpr Setting kSettings[] = {{"1080p hot", {1920, 1080}, false},
                                  {"4K hot", {3840, 2160}, false},
-                                 {"1080p cold", {1920, 1080}, true}};
+                                 {"1080p cold", {1920, 1080}, true},
+                                 {"1080p cold upward", {1920, 1080, true}, true}};
 
 /// One arena that all settings share, with pages of its own touched once.
 std::uint8_t* Arena() {
@@ -172,6 +178,7 @@ Work CopyOf(const Conversion& conversion) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  Arena();  // not in the first contestant's time
   struct Contestant {
     const char* name;
     zor::VectorLevel level;

@@ -7,7 +7,7 @@
 
 #include <cstdint>
 
-#include "convert/pair_ahead.h"
+#include "convert/rows_ahead.h"
 #include "platform/compiler.h"
 
 namespace zor {

@@ -14,12 +14,17 @@
 
 namespace zor {
 
+/// What all rows of a picture have in common.
+struct RowRoute {
+  bool stream;  ///< the target may be written past the caches; each row starts at a whole line then
+  std::ptrdiff_t climb;  ///< to the next row of the side that is walked upward; otherwise 0
+};
+
 /// Converts the first columns of a row.
 /// @param columns an even number where pixels go in pairs
-/// @param stream whether the target may be written past the caches; it starts at a whole line then
 /// @return the columns converted
 using PackedRow = std::int32_t(std::uint8_t* target, const std::uint8_t* source,
-                               std::int32_t columns, bool stream) noexcept;
+                               std::int32_t columns, const RowRoute& route) noexcept;
 
 /// The operands of a kernel. `Source` is `const std::uint8_t` but where a form writes into its
 /// source.
@@ -32,9 +37,11 @@ struct PackedPicture {
   std::int32_t width;
   std::int32_t height;  ///< negative: the source is walked from its last row upward
 
-  /// @return whether a target of @p rowBytes a row is written past the caches.
-  bool WritesPastCaches(std::int64_t rowBytes) const noexcept {
-    return RowsArePastCaches(target, targetStride, rowBytes, height);
+  /// @param rowBytes of the target
+  /// @param steady whether all rows start where the strides say
+  RowRoute Route(std::int64_t rowBytes, bool steady = true) const noexcept {
+    return {steady && RowsArePastCaches(target, targetStride, rowBytes, height),
+            height < 0 ? -std::ptrdiff_t{sourceStride} : 0};
   }
 };
 

@@ -42,13 +42,15 @@ struct Squeeze {
 }  // namespace
 
 std::int32_t Rgb24ToRgb32RowAvx2(std::uint8_t* target, const std::uint8_t* source,
-                                 std::int32_t columns, bool stream) noexcept {
-  return ForEachBlock<BlockCover::kOverlap>(columns, stream, Spread{target, source});
+                                 std::int32_t columns, const RowRoute& route) noexcept {
+  return ForEachBlock<BlockCover::kOverlap>(columns, route.stream, Spread{target, source},
+                                            AskForRowAbove<3>{source, route.climb});
 }
 
 std::int32_t Rgb32ToRgb24RowAvx2(std::uint8_t* target, const std::uint8_t* source,
-                                 std::int32_t columns, bool stream) noexcept {
-  return ForEachBlock<BlockCover::kOverlap>(columns, stream, Squeeze{target, source});
+                                 std::int32_t columns, const RowRoute& route) noexcept {
+  return ForEachBlock<BlockCover::kOverlap>(columns, route.stream, Squeeze{target, source},
+                                            AskForRowAbove<4>{source, route.climb});
 }
 
 }  // namespace zor

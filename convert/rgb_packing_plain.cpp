@@ -21,16 +21,16 @@ template <class Target, class Source>
 void Convert(const RowsByLevel<PackedRow>& rows, const PackedPicture<>& picture) noexcept {
   const VectorLevel widest = InnerVectorLevel();
   const std::int32_t width = picture.width;
-  const bool stream = picture.WritesPastCaches(std::int64_t{width} * Target::kBytes);
+  const RowRoute route = picture.Route(std::int64_t{width} * Target::kBytes);
   WalkPackedRows(picture, {}, [&](std::uint8_t* target, const std::uint8_t* source) {
-    for (std::int32_t x = rows.Convert(widest, target, source, width, stream); x < width; ++x) {
+    for (std::int32_t x = rows.Convert(widest, target, source, width, route); x < width; ++x) {
       const std::uint8_t* from = source + x * Source::kBytes;
       std::uint8_t* to = target + x * Target::kBytes;
       for (int i = 0; i < 3; ++i) to[i] = from[i];
       if constexpr (Target::kBytes == 4) to[3] = 0;
     }
   });
-  if (stream) _mm_sfence();
+  if (route.stream) _mm_sfence();
 }
 
 }  // namespace

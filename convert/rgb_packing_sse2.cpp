@@ -39,13 +39,15 @@ struct Squeeze {
 }  // namespace
 
 std::int32_t Rgb24ToRgb32RowSse2(std::uint8_t* target, const std::uint8_t* source,
-                                 std::int32_t columns, bool) noexcept {
-  return ForEachBlock<BlockCover::kOverlap>(columns, false, Spread{target, source});
+                                 std::int32_t columns, const RowRoute& route) noexcept {
+  return ForEachBlock<BlockCover::kOverlap>(columns, false, Spread{target, source},
+                                            AskForRowAbove<3>{source, route.climb});
 }
 
 std::int32_t Rgb32ToRgb24RowSse2(std::uint8_t* target, const std::uint8_t* source,
-                                 std::int32_t columns, bool) noexcept {
-  return ForEachBlock<BlockCover::kOverlap>(columns, false, Squeeze{target, source});
+                                 std::int32_t columns, const RowRoute& route) noexcept {
+  return ForEachBlock<BlockCover::kOverlap>(columns, false, Squeeze{target, source},
+                                            AskForRowAbove<4>{source, route.climb});
 }
 
 }  // namespace zor

@@ -8,8 +8,8 @@
 #include <cstdint>
 
 #include "convert/forward_matrix.h"
-#include "convert/pair_ahead.h"
 #include "convert/row_pairs.h"
+#include "convert/rows_ahead.h"
 #include "platform/compiler.h"
 
 namespace zor {

@@ -60,13 +60,15 @@ struct Block {
 }  // namespace
 
 std::int32_t Rgb32ToYuy2RowAvx512(std::uint8_t* target, const std::uint8_t* source,
-                                  std::int32_t columns, bool stream) noexcept {
-  return ForEachBlock<BlockCover::kOverlap>(columns, stream, Block<Rgb32>{target, source});
+                                  std::int32_t columns, const RowRoute& route) noexcept {
+  return ForEachBlock<BlockCover::kOverlap>(columns, route.stream, Block<Rgb32>{target, source},
+                                            AskForGroupsAbove{source, route.climb});
 }
 
 std::int32_t Rgb24ToYuy2RowAvx512(std::uint8_t* target, const std::uint8_t* source,
-                                  std::int32_t columns, bool stream) noexcept {
-  return ForEachBlock<BlockCover::kOverlap>(columns, stream, Block<Rgb24>{target, source});
+                                  std::int32_t columns, const RowRoute& route) noexcept {
+  return ForEachBlock<BlockCover::kOverlap>(columns, route.stream, Block<Rgb24>{target, source},
+                                            AskForGroupsAbove{source, route.climb});
 }
 
 }  // namespace zor

@@ -7,12 +7,14 @@
 /// converts all columns it is asked for, a multiple of 8, or none of fewer than its own block.
 
 #include "convert/packed_rows.h"
+#include "convert/rows_ahead.h"
 
 namespace zor {
 
 /// Bytes from one group of 8 pixels to the next, in both pixel sizes: 3-byte pixels are followed by
 /// 8 bytes that are left out.
 inline constexpr std::int32_t kYuy2GroupBytes = 32;
+using AskForGroupsAbove = AskForRowAbove<kYuy2GroupBytes / 8>;
 
 PackedRow Rgb32ToYuy2RowAvx2;
 PackedRow Rgb24ToYuy2RowAvx2;

@@ -41,8 +41,9 @@ struct Block {
 
 template <class Pixel>
 std::int32_t ConvertRow(std::uint8_t* target, const std::uint8_t* source, std::int32_t columns,
-                        bool) noexcept {
-  return ForEachBlock<BlockCover::kWhole>(columns, false, Block<Pixel>{target, source});
+                        const RowRoute& route) noexcept {
+  return ForEachBlock<BlockCover::kWhole>(columns, false, Block<Pixel>{target, source},
+                                          AskForGroupsAbove{source, route.climb});
 }
 
 constexpr RowsByLevel<PackedRow> kRows32 = {
@@ -57,13 +58,13 @@ void Convert(const RowsByLevel<PackedRow>& rows,
   const VectorLevel widest = InnerVectorLevel();
   const std::int32_t odd = picture.width & 1;
   const std::int32_t columns = picture.width & ~7;
-  const bool stream = odd == 0 && picture.WritesPastCaches(std::int64_t{picture.width} * 2);
+  const RowRoute route = picture.Route(std::int64_t{picture.width} * 2, odd == 0);
   WalkPackedRows(picture, {odd * 2, odd * 4}, [&](std::uint8_t* target, std::uint8_t* source) {
-    rows.Convert(widest, target, source, columns, stream);
+    rows.Convert(widest, target, source, columns, route);
     for (std::int32_t x = columns; x + 1 < picture.width; x += 2)
       RgbToYuy2PairOfTail(source + 4 * x);
   });
-  if (stream) _mm_sfence();
+  if (route.stream) _mm_sfence();
 }
 
 }  // namespace

@@ -56,8 +56,10 @@ std::int32_t Yuv420ToRgb32RowsAvx512(const Yuv420ToRgbPair& rows, std::int32_t c
 
 std::int32_t Yuv420ToRgb24RowAvx512(std::uint8_t* target, const std::uint8_t* luma,
                                     const std::uint8_t* u, const std::uint8_t* v,
-                                    std::int32_t columns, bool stream) noexcept {
-  return ForEachBlock<BlockCover::kOverlap>(columns, stream, RawBlock{target, luma, u, v});
+                                    std::int32_t columns, bool stream,
+                                    std::ptrdiff_t climb) noexcept {
+  return ForEachBlock<BlockCover::kOverlap>(columns, stream, RawBlock{target, luma, u, v},
+                                            AskForRowAbove<3>{target, climb});
 }
 
 }  // namespace zor

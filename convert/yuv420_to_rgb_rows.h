@@ -19,9 +19,12 @@ Yuv420ToRgbRows Yuv420ToRgb32RowsAvx2;
 Yuv420ToRgbRows Yuv420ToRgb32RowsAvx512;
 
 /// One row without the filter, to RGB24. @return as above
+/// @param climb to the target's next row, if it is walked upward and comes into the caches;
+/// otherwise 0
 using Yuv420ToRgbRow = std::int32_t(std::uint8_t* target, const std::uint8_t* luma,
                                     const std::uint8_t* u, const std::uint8_t* v,
-                                    std::int32_t columns, bool stream) noexcept;
+                                    std::int32_t columns, bool stream,
+                                    std::ptrdiff_t climb) noexcept;
 Yuv420ToRgbRow Yuv420ToRgb24RowAvx2;
 Yuv420ToRgbRow Yuv420ToRgb24RowAvx512;
 

@@ -47,8 +47,10 @@ std::int32_t ConvertPair(const Yuv420ToRgbPair& rows, std::int32_t columns, bool
 }
 
 std::int32_t ConvertRow(std::uint8_t* target, const std::uint8_t* luma, const std::uint8_t* u,
-                        const std::uint8_t* v, std::int32_t columns, bool) noexcept {
-  return ForEachBlock<BlockCover::kWhole>(columns, false, RawBlock{target, luma, u, v});
+                        const std::uint8_t* v, std::int32_t columns, bool,
+                        std::ptrdiff_t climb) noexcept {
+  return ForEachBlock<BlockCover::kWhole>(columns, false, RawBlock{target, luma, u, v},
+                                          AskForRowAbove<3>{target, climb});
 }
 
 constexpr RowsByLevel<Yuv420ToRgbRows> kPairs32 = {
@@ -105,6 +107,7 @@ void ConvertYuv420ToRgb24Sse2(std::uint8_t* target, std::int32_t targetStride,
   const WalkedRows<std::uint8_t> walked(target, targetStride, height);
   const VectorLevel widest = InnerVectorLevel();
   const bool stream = WritesPastCaches<Rgb24>(picture);
+  const std::ptrdiff_t climb = height < 0 && !stream ? walked.stride : 0;
   const std::ptrdiff_t drift = width & 1;  // each next row starts one pixel further left
   const std::int32_t columns = width & ~1;
   if (columns <= 0) return;
@@ -113,7 +116,7 @@ void ConvertYuv420ToRgb24Sse2(std::uint8_t* target, std::int32_t targetStride,
     const std::uint8_t* in = luma + y * (lumaStride - drift);
     const std::uint8_t* rowU = u + y / 2 * chromaStride;
     const std::uint8_t* rowV = v + y / 2 * chromaStride;
-    std::int32_t x = kRows24.Convert(widest, out, in, rowU, rowV, columns & ~15, stream);
+    std::int32_t x = kRows24.Convert(widest, out, in, rowU, rowV, columns & ~15, stream, climb);
     const TableChroma first(rowU[0], rowV[0]);
     for (; x < columns; x += 2) StoreExchanged(out + 3 * x, in + x, first);
   }

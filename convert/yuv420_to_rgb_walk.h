@@ -6,9 +6,9 @@
 /// The walk over the row pairs of a picture from YUV 4:2:0 to RGB, and the statement of a pair of
 /// columns.
 
-#include "convert/pair_ahead.h"
 #include "convert/row_pairs.h"
 #include "convert/row_triple.h"
+#include "convert/rows_ahead.h"
 #include "convert/table_colour.h"
 
 namespace zor {

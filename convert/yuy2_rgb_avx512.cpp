@@ -37,13 +37,15 @@ struct Block {
 }  // namespace
 
 std::int32_t Yuy2ToRgb32RowAvx512(std::uint8_t* target, const std::uint8_t* source,
-                                  std::int32_t columns, bool stream) noexcept {
-  return ForEachBlock<BlockCover::kOverlap>(columns, stream, Block<Rgb32>{target, source});
+                                  std::int32_t columns, const RowRoute& route) noexcept {
+  return ForEachBlock<BlockCover::kOverlap>(columns, route.stream, Block<Rgb32>{target, source},
+                                            AskForRowAbove<2>{source, route.climb});
 }
 
 std::int32_t Yuy2ToRgb24RowAvx512(std::uint8_t* target, const std::uint8_t* source,
-                                  std::int32_t columns, bool stream) noexcept {
-  return ForEachBlock<BlockCover::kOverlap>(columns, stream, Block<Rgb24>{target, source});
+                                  std::int32_t columns, const RowRoute& route) noexcept {
+  return ForEachBlock<BlockCover::kOverlap>(columns, route.stream, Block<Rgb24>{target, source},
+                                            AskForRowAbove<2>{source, route.climb});
 }
 
 }  // namespace zor

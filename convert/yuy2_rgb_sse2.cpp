@@ -42,8 +42,9 @@ struct Block {
 
 template <class Pixel>
 std::int32_t ConvertRow(std::uint8_t* target, const std::uint8_t* source, std::int32_t columns,
-                        bool) noexcept {
-  return ForEachBlock<BlockCover::kWhole>(columns, false, Block<Pixel>{target, source});
+                        const RowRoute& route) noexcept {
+  return ForEachBlock<BlockCover::kWhole>(columns, false, Block<Pixel>{target, source},
+                                          AskForRowAbove<2>{source, route.climb});
 }
 
 constexpr RowsByLevel<PackedRow> kRows32 = {
@@ -54,13 +55,13 @@ constexpr RowsByLevel<PackedRow> kRows24 = {
 template <class Pixel>
 void Convert(const RowsByLevel<PackedRow>& rows, const PackedPicture<>& picture) noexcept {
   const VectorLevel widest = InnerVectorLevel();
-  const bool stream = (picture.width & 1) == 0 &&
-                      picture.WritesPastCaches(std::int64_t{picture.width} * Pixel::kBytes);
+  const RowRoute route =
+      picture.Route(std::int64_t{picture.width} * Pixel::kBytes, (picture.width & 1) == 0);
   WalkYuy2ToRgb<Pixel>(picture,
                        [&](std::uint8_t* target, const std::uint8_t* source, std::int32_t columns) {
-                         return rows.Convert(widest, target, source, columns & ~15, stream);
+                         return rows.Convert(widest, target, source, columns & ~15, route);
                        });
-  if (stream) _mm_sfence();
+  if (route.stream) _mm_sfence();
 }
 
 }  // namespace

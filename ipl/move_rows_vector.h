@@ -8,6 +8,7 @@
 
 #include <cstdint>
 
+#include "convert/rows_ahead.h"
 #include "ipl/move_rows.h"
 #include "platform/compiler.h"
 
@@ -20,15 +21,6 @@ ZOR_ALWAYS_INLINE std::int32_t BlockStart(std::int32_t at, std::int32_t block,
   return at + block <= count ? at : count - block;
 }
 
-/// Asks for lines that come later. Nothing says that they exist: a prefetch of what doesn't is
-/// none.
-ZOR_ALWAYS_INLINE void Ask(std::uintptr_t from, std::int64_t bytes) noexcept {
-  for (std::int64_t line = 0; line < bytes; line += 64) {
-    __builtin_prefetch(reinterpret_cast<const void*>(from + static_cast<std::uintptr_t>(line)), 0,
-                       1);
-  }
-}
-
 /// Asks for the share of the next band that belongs to the columns from @p x on. A band reads a
 /// line here and a line there, which the processor doesn't foresee, and leaves time to ask for all
 /// of the next one: of the source the neighbours of the present lines, of the target one run of
@@ -39,11 +31,12 @@ ZOR_ALWAYS_INLINE void AskForNextBand(const TurnedTile& t, std::int32_t x) noexc
   auto column = reinterpret_cast<std::uintptr_t>(t.source) +
                 static_cast<std::uintptr_t>(x * t.columnStep + rowBytes);
   for (std::int32_t k = 0; k < Block::kColumns; ++k) {
-    Ask(column, rowBytes);
+    AskForLines(column, rowBytes);
     column += static_cast<std::uintptr_t>(t.columnStep);
   }
   if (t.targetAhead != 0) {
-    Ask(t.targetAhead + static_cast<std::uintptr_t>(x * rowBytes), Block::kColumns * rowBytes);
+    AskForLines(t.targetAhead + static_cast<std::uintptr_t>(x * rowBytes),
+                Block::kColumns * rowBytes);
   }
 }
 
