@@ -6,6 +6,7 @@
 /// The capability word, which alone chooses among the contract's kernel forms (plain, MMX, SSE2),
 /// and the private check of wider instruction sets, which chooses among equal-byte speed-ups.
 
+#include <cstddef>
 #include <cstdint>
 
 namespace zor {
@@ -55,6 +56,15 @@ VectorLevel VectorLevelOf(const VectorReplies& replies) noexcept;
 /// @return the widest level of this processor, or the level that a test or benchmark has pinned.
 ///         `kAvx512` means F, BW, DQ, VL, VBMI and VNNI together.
 VectorLevel InnerVectorLevel() noexcept;
+
+/// @return the place of the widest form at hand in a family's table of forms, whose last two are
+/// those
+///         of AVX2 and AVX-512; the one before them serves where the processor has neither.
+template <class Form, std::size_t kForms>
+int WidestForm(const Form* const (&)[kForms]) noexcept {
+  static_assert(kForms >= 3);
+  return static_cast<int>(InnerVectorLevel()) + static_cast<int>(kForms) - 3;
+}
 
 /// Test and benchmark hook: no level above @p level is used; never raises it above the processor's.
 void LimitInnerVectorLevel(VectorLevel level) noexcept;

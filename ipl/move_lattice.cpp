@@ -58,7 +58,7 @@ void MoveInOrder(const Region& r) {
 
 /// The widest form at hand whose smallest tile is no larger than the region.
 const MoveKernels& KernelsFor(const Region& r, bool turned) {
-  int form = (CpuFeatureWord & kFeatureSse2) != 0 ? static_cast<int>(InnerVectorLevel()) + 1 : 0;
+  int form = (CpuFeatureWord & kFeatureSse2) != 0 ? WidestForm(kMoveForms) : 0;
   for (; turned && form > 0; --form) {
     const MoveKernels& kernels = kMoveForms[form]->For(r.pixel);
     if (kernels.columns <= r.columns && kernels.rows <= r.rows) break;

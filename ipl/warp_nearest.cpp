@@ -61,7 +61,7 @@ bool HasKernels(const WarpRows& w) {
 
 const WarpSpanForm& ChosenForm() {
   const bool vectors = (CpuFeatureWord & kFeatureSse2) != 0;
-  return *kWarpSpanForms[vectors ? static_cast<int>(InnerVectorLevel()) + 1 : 0];
+  return *kWarpSpanForms[vectors ? WidestForm(kWarpSpanForms) : 0];
 }
 
 /// Fills columns of a row, all of them in the source.

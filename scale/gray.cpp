@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstring>
 
+#include "convert/feature_word.h"
 #include "platform/memory.h"
 #include "scale/across_rows.h"
 #include "scale/gray_rows.h"
@@ -23,7 +24,7 @@ struct Planned {
 
   /// Chooses the widest form at hand that takes these columns.
   void Choose(Kernel GrayRowForm::*which, const GrayColumns& columns) noexcept {
-    int form = WidestGrayRowForm(InnerVectorLevel());
+    int form = WidestForm(kGrayRowForms);
     do {
       kernel = &(kGrayRowForms[form]->*which);
       bytes = kernel->planBytes(columns);
@@ -70,7 +71,7 @@ class GrayScaler {
       PatchOddWeights();
       memory = lerp_.Make(middle, memory);
     }
-    down_ = kGrayRowForms[WidestGrayRowForm(InnerVectorLevel())]->down;
+    down_ = kGrayRowForms[WidestForm(kGrayRowForms)]->down;
 
     if (mode_ == SCALE_NEAREST) {
       for (std::int32_t y = 0; y < target_.height; ++y) NearestRow(y);

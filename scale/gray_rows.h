@@ -11,8 +11,6 @@
 
 #include <cstdint>
 
-#include "convert/feature_word.h"
-
 namespace zor {
 
 /// A run of columns as the tables give it.
@@ -64,11 +62,5 @@ extern const GrayRowForm kGrayRowsAvx512;
 /// The forms from plain to widest. Plain and SSE2 take any columns.
 inline constexpr const GrayRowForm* kGrayRowForms[] = {&kGrayRowsPlain, &kGrayRowsSse2,
                                                        &kGrayRowsAvx2, &kGrayRowsAvx512};
-inline constexpr int kGrayRowFormCount = 4;
-
-/// @return the place in `kGrayRowForms` of the widest form that may run at @p level.
-constexpr int WidestGrayRowForm(VectorLevel level) {
-  return static_cast<int>(level) + 1;
-}
 
 }  // namespace zor

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "convert/feature_word.h"
 #include "platform/memory.h"
 #include "scale/across_rows.h"
 #include "scale/packed_rows.h"
@@ -51,7 +52,7 @@ void ScaleYuy2(const PackedTarget& target, const PackedSource& source) noexcept 
   WorkArray<AreaEntry> entries(2 * static_cast<std::uint64_t>(target.width));
   if (!entries) return;
   const AreaList list = ListColumns(source.width, target.width, entries.data());
-  const int widest = WidestPackedRowForm(InnerVectorLevel());
+  const int widest = WidestForm(kPackedRowForms);
   std::uint64_t planBytes = 0;
   for (int form = 0; form <= widest; ++form) {
     planBytes = std::max(planBytes, kPackedRowForms[form]->planBytes(list));

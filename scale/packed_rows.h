@@ -8,7 +8,6 @@
 
 #include <cstdint>
 
-#include "convert/feature_word.h"
 #include "scale/area_rows.h"
 
 namespace zor {
@@ -40,11 +39,5 @@ extern const PackedRowForm kPackedRowsAvx512;
 /// The forms from plain to widest; plain takes any list.
 inline constexpr const PackedRowForm* kPackedRowForms[] = {&kPackedRowsPlain, &kPackedRowsAvx2,
                                                            &kPackedRowsAvx512};
-inline constexpr int kPackedRowFormCount = 3;
-
-/// @return the place in `kPackedRowForms` of the widest form that may run at @p level.
-constexpr int WidestPackedRowForm(VectorLevel level) {
-  return static_cast<int>(level);
-}
 
 }  // namespace zor

@@ -3,6 +3,7 @@
 
 #include <cstring>
 
+#include "convert/feature_word.h"
 #include "platform/memory.h"
 #include "scale/across_rows.h"
 #include "scale/gray_rows.h"
@@ -51,7 +52,7 @@ struct PlannedColumns {
   /// Chooses the widest form that takes the columns; the plain one takes any.
   void Choose(Kernel RgbRowForm::*which, const RgbColumns& run) {
     columns = run;
-    int form = WidestRgbRowForm(InnerVectorLevel());
+    int form = WidestForm(kRgbRowForms);
     do {
       kernel = &(kRgbRowForms[form]->*which);
       bytes = kernel->planBytes(columns);
@@ -90,9 +91,8 @@ class Interpolator {
     WorkArray<std::uint8_t> memory(planBytes + 2 * rowBytes + rows_.Bytes());
     if (!memory) return;
     rows_.Place(memory.data() + planBytes + 2 * rowBytes);
-    const VectorLevel level = InnerVectorLevel();
-    down_ = kGrayRowForms[WidestGrayRowForm(level)]->down;
-    pack_ = kRgbRowForms[WidestRgbRowForm(level)]->pack;
+    down_ = kGrayRowForms[WidestForm(kGrayRowForms)]->down;
+    pack_ = kRgbRowForms[WidestForm(kRgbRowForms)]->pack;
     if (nearest) {
       pick_.Make(memory.data());
       for (std::int32_t y = 0; y < p_.target.height; ++y) NearestRow(y);

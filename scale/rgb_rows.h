@@ -10,8 +10,6 @@
 
 #include <cstdint>
 
-#include "convert/feature_word.h"
-
 namespace zor {
 
 /// A run of columns as the axis table gives it.
@@ -62,10 +60,5 @@ extern const RgbRowForm kRgbRowsAvx512;
 /// The forms from plain to widest.
 inline constexpr const RgbRowForm* kRgbRowForms[] = {&kRgbRowsPlain, &kRgbRowsAvx2,
                                                      &kRgbRowsAvx512};
-
-/// @return the place in `kRgbRowForms` of the widest form that may run at @p level.
-constexpr int WidestRgbRowForm(VectorLevel level) {
-  return static_cast<int>(level);
-}
 
 }  // namespace zor

@@ -79,7 +79,7 @@ void ExpectForms(Run run, Expected expected) {
       for (int count = 1; count <= 150; count += 1 + count / 6) {
         const Columns columns(pixels, count, bytes, noise);
         Rows rows(columns, noise);
-        for (int form = 0; form <= WidestRgbRowForm(InnerVectorLevel()); ++form) {
+        for (int form = 0; form <= WidestForm(kRgbRowForms); ++form) {
           const int targetBytes = 3 + static_cast<int>(noise.Next() % 2);
           GuardedMemory out(static_cast<std::size_t>(targetBytes * count), EdgeOf(noise.Next()));
           if (!run(*kRgbRowForms[form], columns, targetBytes, out.data(), rows)) continue;
@@ -96,8 +96,7 @@ void ExpectForms(Run run, Expected expected) {
       }
     }
   }
-  for (int form = 0; form <= WidestRgbRowForm(InnerVectorLevel()); ++form)
-    EXPECT_GT(runs[form], 99);
+  for (int form = 0; form <= WidestForm(kRgbRowForms); ++form) EXPECT_GT(runs[form], 99);
 }
 
 TEST(RgbRows, EveryFormPicksThePixelAtEachOffset) {
@@ -148,7 +147,7 @@ TEST(RgbRows, EveryFormPacksExactlyThreeBytesAPixel) {
   for (int count = 1; count <= 200; ++count) {
     GuardedMemory in(static_cast<std::size_t>(4 * count), EdgeOf(noise.Next()));
     noise.Fill(in.data(), in.size());
-    for (int form = 0; form <= WidestRgbRowForm(InnerVectorLevel()); ++form) {
+    for (int form = 0; form <= WidestForm(kRgbRowForms); ++form) {
       GuardedMemory out(static_cast<std::size_t>(3 * count), EdgeOf(noise.Next()));
       kRgbRowForms[form]->pack(out.data(), in.data(), count);
       for (int i = 0; i < 3 * count; ++i) {
@@ -174,7 +173,7 @@ TEST(RgbRows, AllPairsOfBytesAndWeightsInterpolateAlikeInEveryForm) {
   for (int i = 0; i < count; ++i) columns.offsets[static_cast<std::size_t>(i)] = 8 * i;
   for (std::uint32_t w = 0; w < 256; ++w) {
     std::fill(columns.words.begin(), columns.words.end(), w * 0x01010101u);
-    for (int form = 0; form <= WidestRgbRowForm(InnerVectorLevel()); ++form) {
+    for (int form = 0; form <= WidestForm(kRgbRowForms); ++form) {
       std::vector<std::uint8_t> out(static_cast<std::size_t>(4 * count));
       const RgbLerpKernel& kernel = kRgbRowForms[form]->lerp;
       const auto across = [&](const RgbColumns& c, const std::uint8_t* plan) {

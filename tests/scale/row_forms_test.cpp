@@ -42,7 +42,7 @@ struct RandomColumns {
 class GrayForms : public testing::TestWithParam<int> {
  protected:
   const GrayRowForm& Form() const { return *kGrayRowForms[GetParam()]; }
-  bool AtHand() const { return GetParam() <= WidestGrayRowForm(InnerVectorLevel()); }
+  bool AtHand() const { return GetParam() <= WidestForm(kGrayRowForms); }
 };
 
 TEST_P(GrayForms, PickAcrossAndBothMatchTheStatement) {
@@ -138,7 +138,8 @@ TEST_P(GrayForms, DownMatchesTheStatement) {
 std::string FormName(const testing::TestParamInfo<int>& info) {
   return kGrayRowForms[info.param]->name;
 }
-INSTANTIATE_TEST_SUITE_P(Forms, GrayForms, testing::Range(0, kGrayRowFormCount), FormName);
+INSTANTIATE_TEST_SUITE_P(Forms, GrayForms, testing::Range(0, int{std::size(kGrayRowForms)}),
+                         FormName);
 
 class AreaForms : public testing::TestWithParam<int> {
  protected:
