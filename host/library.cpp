@@ -8,19 +8,6 @@
 namespace zorhost {
 namespace {
 
-/// Pixels lent to the builder for the length of one call; the count needs no keeping.
-class LentPicture final : public IZorMemorySource {
- public:
-  explicit LentPicture(const Picture& picture) : picture_(picture) {}
-  std::uint32_t AddRef() override { return 1; }
-  std::uint32_t Release() override { return 1; }
-  std::int32_t QueryInterface(const GUID*, void**) override { return VED_E_UNSUPPORTED; }
-  void* GetData() override { return const_cast<std::uint8_t*>(picture_.data()); }
-
- private:
-  const Picture& picture_;
-};
-
 struct CodeText {
   std::int32_t code;
   const char* text;
@@ -34,14 +21,8 @@ const CodeText kCodes[] = {
     {static_cast<std::int32_t>(E_FAIL), "E_FAIL: the library couldn't do it"},
 };
 
-SurfaceDescription MakeDescription(Layout layout, int width, int height, int stride,
-                                   bool bottomUp) {
-  SurfaceDescription description = {};
-  description.size = sizeof description;
-  description.width = width;
-  description.height = height;
-  description.format = Traits(layout).format;
-  description.bitsPerPixel = Traits(layout).bitsPerPixel;
+SurfaceDescription DescriptionOf(Layout layout, int width, int height, int stride, bool bottomUp) {
+  SurfaceDescription description = zor::MakeDescription(Traits(layout).format, width, height);
   description.stride = stride;
   description.Orientation = bottomUp ? 0 : 1;
   description.ComposeInPlace = 1;
@@ -76,15 +57,15 @@ SurfaceDescription Describe(IZorSurface& surface) {
 Library::Library() {
   void* builder = nullptr;
   Check(CreateObject(&CLSID_SurfaceBuilder, &IID_ISurfaceBuilder, &builder), "CreateObject");
-  *builder_.Receive() = static_cast<ISurfaceBuilder*>(builder);
+  builder_ = Ref<ISurfaceBuilder>(static_cast<ISurfaceBuilder*>(builder));
 }
 
 Ref<IZorSurface> Library::Blank(Layout layout, int width, int height) const {
   const SurfaceDescription description =
-      MakeDescription(layout, width, height, NaturalStride(layout, width), Traits(layout).rgb);
+      DescriptionOf(layout, width, height, NaturalStride(layout, width), Traits(layout).rgb);
   Ref<IZorSurface> surface;
   std::int32_t bytes = 0;
-  Check(builder_->CreateBlank(&description, &bytes, surface.Receive()), "CreateBlank");
+  Check(builder_->CreateBlank(&description, &bytes, surface.put()), "CreateBlank");
   return surface;
 }
 
@@ -100,11 +81,11 @@ Ref<IZorSurface> Library::HandIn(const Picture& picture) const {
     }
     return surface;
   }
-  const SurfaceDescription description = MakeDescription(
+  const SurfaceDescription description = DescriptionOf(
       picture.layout(), picture.width(), picture.height(), picture.pitch(), picture.bottomUp);
-  LentPicture lent(picture);
+  zor::LentPixels lent(picture.data());
   Ref<IZorSurface> surface;
-  Check(builder_->CreateFromMemory(&description, &lent, surface.Receive()), "CreateFromMemory");
+  Check(builder_->CreateFromMemory(&description, &lent, surface.put()), "CreateFromMemory");
   return surface;
 }
 

@@ -3,43 +3,18 @@
 #pragma once
 
 /// @file
-/// The library as this host uses it: owned references, codes as exceptions, pictures in.
+/// The library as this host uses it: codes as exceptions, pictures in.
 
-#include <zorsurface/zorsurface.h>
+#include <zorsurface/ref.hpp>
 
 #include <string>
-#include <utility>
 
 #include "exit_code.h"
 #include "picture.h"
 
 namespace zorhost {
 
-/// One reference of an interface of the library.
-template <class Interface>
-class Ref {
- public:
-  Ref() = default;
-  ~Ref() { Reset(); }
-  Ref(Ref&& other) noexcept : pointer_(std::exchange(other.pointer_, nullptr)) {}
-  Ref& operator=(Ref&& other) noexcept {
-    std::swap(pointer_, other.pointer_);
-    return *this;
-  }
-  Interface* operator->() const { return pointer_; }
-  Interface* get() const { return pointer_; }
-  /// Where a function of the library stores the reference that it hands out.
-  Interface** Receive() {
-    Reset();
-    return &pointer_;
-  }
-
- private:
-  void Reset() {
-    if (Interface* const old = std::exchange(pointer_, nullptr)) old->Release();
-  }
-  Interface* pointer_ = nullptr;
-};
+using zor::Ref;
 
 /// "VED_E_UNSUPPORTED (0x81000001): ..." for the result codes of the contract.
 std::string ResultText(std::int32_t code);
@@ -48,8 +23,10 @@ std::string ResultText(std::int32_t code);
 /// failure.
 void Check(std::int32_t result, const std::string& what);
 
+/// The library's builder, loaded once.
 class Library {
  public:
+  /// @throws HostError if the library makes no builder.
   Library();
 
   /// Makes a surface that holds a copy of @p picture. The planes of `kYvu420` (Y, U, V) are
@@ -63,6 +40,7 @@ class Library {
   Ref<ISurfaceBuilder> builder_;
 };
 
+/// @return a surface's description.
 SurfaceDescription Describe(IZorSurface& surface);
 
 }  // namespace zorhost

@@ -5,6 +5,8 @@
 /// @file
 /// What a run asks of the library for every frame, worked out once before the first one.
 
+#include <zorsurface/ref.hpp>
+
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -14,13 +16,9 @@
 #include "picture.h"
 #include "stream_info.h"
 
-struct IZorSurface;
-
 namespace zorhost {
 
 class Library;
-template <class Interface>
-class Ref;
 
 /// What draws on a surface in the middle of a plan.
 class Drawing {
@@ -28,7 +26,7 @@ class Drawing {
   virtual ~Drawing() = default;
   /// @param frame the source's frame number.
   /// @param inPlace whether to draw on the surface itself or on a clone that takes its place.
-  virtual void Draw(const Library& library, Ref<IZorSurface>& surface, std::int64_t frame,
+  virtual void Draw(const Library& library, zor::Ref<IZorSurface>& surface, std::int64_t frame,
                     bool inPlace) = 0;
 };
 

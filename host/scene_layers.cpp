@@ -247,7 +247,7 @@ class Layers final : public Drawing {
     for (const auto& layer : layers_) layer->AddTo(library, *surface.get(), frame);
     Check(surface->SetComposeInPlace(inPlace ? 1 : 0), "SetComposeInPlace");
     Ref<IZorSurface> drawn;
-    Check(surface->Compose(drawn.Receive()), "Compose");
+    Check(surface->Compose(drawn.put()), "Compose");
     surface = std::move(drawn);
   }
 

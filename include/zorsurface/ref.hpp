@@ -96,8 +96,8 @@ inline SurfaceDescription MakeDescription(std::int32_t format, std::int32_t widt
 /// Lends a host's own memory to `ISurfaceBuilder::CreateFromMemory`, for the length of the call.
 class LentPixels final : public IZorMemorySource {
  public:
-  /// @param pixels the picture's first byte; stays the host's.
-  explicit LentPixels(void* pixels) : pixels_(pixels) {}
+  /// @param pixels the picture's first byte; stays the host's, and is only read.
+  explicit LentPixels(const void* pixels) : pixels_(const_cast<void*>(pixels)) {}
   std::uint32_t AddRef() override { return 1; }
   std::uint32_t Release() override { return 1; }
   std::int32_t QueryInterface(const GUID*, void**) override { return VED_E_UNSUPPORTED; }
