@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <set>
 #include <vector>
 
 #include "convert/fast_mem_copy.h"
@@ -11,6 +12,7 @@
 #include "convert/rgb_packing.h"
 #include "convert/rgb_to_yuv420.h"
 #include "convert/rgb_to_yuy2.h"
+#include "convert/table/forwards.h"
 #include "convert/table/kernel_layouts.h"
 #include "convert/table/kernel_table.h"
 #include "convert/yuv420_to_rgb.h"
@@ -134,6 +136,35 @@ TEST(KernelPasses, AnEffectiveGuardKeepsTheTableAsItStands) {
   InitPixelConversion();
   EXPECT_EQ(ConversionKernelTable[88].straight.index(), 0u);
   ConversionKernelTable[88] = kept;
+}
+
+/// The rows of a pass whose straight, or smoothed, entries are more than forwards.
+std::set<std::size_t> OwnKernels(const KernelRows& pass, bool smoothed) {
+  static constexpr KernelRows kForwards = Forwards<false>();
+  std::set<std::size_t> rows;
+  for (std::size_t row = 0; row < kKernelRows; ++row) {
+    const KernelEntry& entry = EntryOf(pass, row, smoothed);
+    if (entry.index() != 0 && !(entry == EntryOf(kForwards, row, smoothed))) rows.insert(row);
+  }
+  return rows;
+}
+
+TEST(KernelPasses, KernelsOfTheirOwnStandInTheseEntriesAndForwardsInAllOthers) {
+  // A block, a plane, planes, and every packed picture in its own format.
+  const std::set<std::size_t> copies = {0, 1, 4, 5, 18, 28, 38, 48, 58, 68, 78, 88};
+  const auto with = [](std::set<std::size_t> rows, const std::set<std::size_t>& more) {
+    rows.insert(more.begin(), more.end());
+    return rows;
+  };
+  EXPECT_EQ(OwnKernels(kMmxKernelRows, false), with(copies, {22, 23, 53, 62}));
+  EXPECT_EQ(OwnKernels(kMmxKernelRows, true), (std::set<std::size_t>{6, 10, 17}));
+  EXPECT_EQ(OwnKernels(kSseKernelRows, false), (std::set<std::size_t>{0, 1}));
+  EXPECT_EQ(OwnKernels(kSseKernelRows, true), std::set<std::size_t>{});
+  // All that isn't from RGB, and from RGB to planes.
+  std::set<std::size_t> blocks = {53, 62, 71, 80};
+  for (std::size_t row = 1; row < 53; ++row) blocks.insert(row);
+  EXPECT_EQ(OwnKernels(kSse2KernelRows, false), with(with(blocks, copies), {54, 63}));
+  EXPECT_EQ(OwnKernels(kSse2KernelRows, true), with(blocks, {58, 68}));
 }
 
 TEST(KernelPasses, ForwardsAreFunctionsOfTheirOwn) {
