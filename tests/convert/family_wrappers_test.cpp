@@ -266,6 +266,48 @@ TEST(Wrappers, PackingReadsBottomUpAtZeroAndIsOneFormForEveryWord) {
   }
 }
 
+TEST(Wrappers, GiveOneForEveryPictureThatTheyConvert) {
+  for (const Wrapper& wrapper : kWrappers) {
+    for (std::uint32_t features : kWords) {
+      for (std::int32_t depth : {24, 32}) {
+        for (std::uint32_t orientation : {0u, 1u}) {
+          Bytes source(1024, 90), target(1024, 5);
+          EXPECT_EQ(wrapper.call({source.data() + 256, 64, target.data() + 256, 64, 16, 4, features,
+                                  depth, orientation}),
+                    1u);
+          EXPECT_NE(target, Bytes(1024, 5)) << wrapper.name;
+        }
+      }
+    }
+  }
+}
+
+TEST(Wrappers, OneRowIsConvertedWhereRowsStandAlone) {
+  for (std::uint32_t features : kWords) {
+    const Bytes rgb(64, 100);
+    Bytes target(64, 5);
+    EXPECT_EQ(PackRgb24ToRgb32(rgb.data(), 3, target.data(), 4, 1, 1, features, 1), 1u);
+    EXPECT_EQ(Bytes(target.begin(), target.begin() + 5), (Bytes{100, 100, 100, 0, 5}));
+    EXPECT_EQ(PackRgb32ToRgb24(rgb.data(), 4, target.data() + 8, 3, 1, 1, features, 0), 1u);
+    EXPECT_EQ(Bytes(target.begin() + 8, target.begin() + 12), (Bytes{100, 100, 100, 5}));
+    // Grey 100 is luma ((220 x 100) >> 8) + 16 = 101; eight columns are whole blocks.
+    Bytes source = rgb;
+    EXPECT_EQ(ConvertRgbToYuy2(source.data(), 32, target.data() + 16, 16, 8, 1, features, 32, 1),
+              1u);
+    for (std::size_t i = 0; i < 16; ++i) EXPECT_EQ(target[16 + i], i % 2 == 0 ? 101 : 128);
+    // Black comes back as black by either arithmetic.
+    const Bytes black = {16, 128, 16, 128};
+    EXPECT_EQ(ConvertYuy2ToRgb(black.data(), 4, target.data() + 40, 8, 2, 1, features, 32, 1), 1u);
+    EXPECT_EQ(Bytes(target.begin() + 40, target.begin() + 49), (Bytes{0, 0, 0, 0, 0, 0, 0, 0, 5}));
+    // From planes only the SSE2 form to RGB24 knows rows that aren't in pairs: white is 254.
+    const Bytes white = {235, 235, 235, 235, 128, 128, 128, 128};
+    EXPECT_EQ(ConvertYuv420ToRgb(white.data(), 4, target.data() + 50, 12, 4, 1, features, 24, 0),
+              1u);
+    const bool sse2 = ChosenFor(features) == Chosen::kSse2;
+    EXPECT_EQ(Bytes(target.begin() + 50, target.begin() + 62), Bytes(12, sse2 ? 254 : 5));
+  }
+}
+
 TEST(Wrappers, BothRowOrdersOfAPackedPictureCanBeTold) {
   // What the form tests above could not see if both orders gave the same bytes.
   const std::uint8_t source[6] = {1, 2, 3, 4, 5, 6};
