@@ -36,7 +36,9 @@ class CheckedBytes {
  public:
   explicit CheckedBytes(const BlockBytes& block) noexcept : block_(block) {}
 
-  std::uint8_t operator[](std::int64_t at) const noexcept { return Holds(at) ? block_.data[at] : 0; }
+  std::uint8_t operator[](std::int64_t at) const noexcept {
+    return Holds(at) ? block_.data[at] : 0;
+  }
   void Put(std::int64_t at, std::uint8_t value) const noexcept {
     if (Holds(at)) block_.data[at] = value;
   }

@@ -79,8 +79,8 @@ void Step(Stage* stage, ByteReader* bytes) {
       surface->SetComposeInPlace(bytes->Byte() & 1);
       return;
     case 12:
-      stage->Note(surface->QueueResize(bytes->Range(2, 60), bytes->Range(2, 60),
-                                       bytes->Byte() & 1, bytes->Range(0, 6)));
+      stage->Note(surface->QueueResize(bytes->Range(2, 60), bytes->Range(2, 60), bytes->Byte() & 1,
+                                       bytes->Range(0, 6)));
       return;
     case 13:
       stage->Note(surface->QueueConvert(bytes->Range(0, 7)));

@@ -12,10 +12,18 @@ namespace {
 constexpr int kMostSteps = 40;
 constexpr std::int32_t kMostSize = 90;
 
-constexpr std::int32_t kModes[] = {SCALE_NEAREST,        SCALE_BILINEAR,       SCALE_BILINEAR_FADE,
-                                   SCALE_BOX,            SCALE_BOX_FADE,       SCALE_ROW_PAIRS,
-                                   SCALE_AREA,           SCALE_PLANAR_NEAREST, SCALE_PLANAR_SHARPEN,
-                                   SCALE_PLANAR_AREA,    7,                    -1};
+constexpr std::int32_t kModes[] = {SCALE_NEAREST,
+                                   SCALE_BILINEAR,
+                                   SCALE_BILINEAR_FADE,
+                                   SCALE_BOX,
+                                   SCALE_BOX_FADE,
+                                   SCALE_ROW_PAIRS,
+                                   SCALE_AREA,
+                                   SCALE_PLANAR_NEAREST,
+                                   SCALE_PLANAR_SHARPEN,
+                                   SCALE_PLANAR_AREA,
+                                   7,
+                                   -1};
 
 /// One queued wish at most, then a read-out into memory of exactly the bytes that it may write.
 void ReadExactly(Stage* stage, ByteReader* bytes, IZorSurface* surface) {
@@ -37,8 +45,7 @@ void ReadExactly(Stage* stage, ByteReader* bytes, IZorSurface* surface) {
     default: {
       const std::int32_t height = bytes->Range(4, kMostSize);
       width = bytes->Range(4, kMostSize);
-      stage->Note(
-          surface->QueueResize(width, height, bytes->Byte() & 1, bytes->Of(kModes)));
+      stage->Note(surface->QueueResize(width, height, bytes->Byte() & 1, bytes->Of(kModes)));
       // A packed picture comes out at the size that it had, by way of its planar form.
       room = PictureBytes(FORMAT_YUV420, stride,
                           d.format == FORMAT_YUY2 ? std::max(height, d.height) : height);
@@ -68,9 +75,9 @@ void StretchOut(Stage* stage, ByteReader* bytes, IZorSurface* surface) {
   RECT target = stage->AnyRect(width, height);
   test::GuardedMemory memory(PictureBytes(d.format, stride < 1 ? natural : stride, height),
                              test::GuardedMemory::Edge::kEnd);
-  stage->Note(surface->StretchToMemory(bytes->OneIn(4) ? nullptr : &source,
-                                       bytes->OneIn(4) ? nullptr : &target, memory.data(), width,
-                                       height, stride, static_cast<std::uint32_t>(bytes->Of(kModes))));
+  stage->Note(surface->StretchToMemory(
+      bytes->OneIn(4) ? nullptr : &source, bytes->OneIn(4) ? nullptr : &target, memory.data(),
+      width, height, stride, static_cast<std::uint32_t>(bytes->Of(kModes))));
   Demand(memory.GuardsIntact(), "a stretch stays in its memory");
   if (stride < 1 || stride >= natural) stage->Note(memory.data(), memory.size());
 }

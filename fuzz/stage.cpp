@@ -39,7 +39,9 @@ std::size_t PictureBytes(std::int32_t format, std::int32_t stride, std::int32_t 
 }
 
 Stage::Stage(ByteReader* bytes)
-    : bytes_(*bytes), featuresBefore_(CpuFeatureWord), builder_(LoadBuilder()),
+    : bytes_(*bytes),
+      featuresBefore_(CpuFeatureWord),
+      builder_(LoadBuilder()),
       trace_(test::Fnv1a(nullptr, 0)) {
   static constexpr std::uint32_t kForms[] = {kFeatureSse2 | kFeatureSse | kFeatureMmx,
                                              kFeatureSse | kFeatureMmx, 0};
@@ -91,7 +93,7 @@ void Stage::TakeMasks() {
 
 void Stage::Make() {
   static constexpr std::int32_t kFormats[] = {FORMAT_YUV420, FORMAT_RGB24, FORMAT_RGB32,
-                                              FORMAT_GRAY8, FORMAT_YUY2, FORMAT_YVU420};
+                                              FORMAT_GRAY8,  FORMAT_YUY2,  FORMAT_YVU420};
   const std::int32_t format = bytes_.Of(kFormats);
   const std::int32_t width = bytes_.OneIn(8) ? bytes_.Range(4, 300) : bytes_.Range(4, 48);
   const std::int32_t height = bytes_.Range(4, 48);
@@ -134,7 +136,7 @@ void Stage::MakeFromMemory(const SurfaceDescription& description) {
 }
 
 RECT Stage::AnyRect() {
-  static constexpr std::int32_t kExtremes[] = {INT32_MIN, INT32_MIN + 1, -1, 0,
+  static constexpr std::int32_t kExtremes[] = {INT32_MIN, INT32_MIN + 1, -1,       0,
                                                1,         INT32_MAX - 1, INT32_MAX};
   auto edge = [&] { return bytes_.OneIn(16) ? bytes_.Of(kExtremes) : bytes_.Range(-30, 120); };
   RECT rect{};

@@ -5,8 +5,8 @@
 /// @file
 /// The surfaces of a run, and what every run checks.
 
-#include <zorsurface/ref.hpp>
 #include <vector>
+#include <zorsurface/ref.hpp>
 
 #include "byte_reader.h"
 #include "runs.h"

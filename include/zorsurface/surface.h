@@ -33,8 +33,8 @@ struct IZorSurface : VideoEdit::IVedUnknown {
   /// afterwards.
   /// @return `VED_E_INVALIDARG` if a word is negative.
   virtual std::int32_t SetAspectRatio(std::int32_t width, std::int32_t height) = 0;
-  /// Says whether `Compose` draws into this surface (nonzero) or into a clone (0). Surfaces start as
-  /// their description says, those from system images with 1.
+  /// Says whether `Compose` draws into this surface (nonzero) or into a clone (0). Surfaces start
+  /// as their description says, those from system images with 1.
   virtual std::int32_t SetComposeInPlace(std::uint32_t flag) = 0;
   /// Gives the flag as it was set.
   virtual std::int32_t GetComposeInPlace(std::uint32_t* flag) = 0;
@@ -78,10 +78,10 @@ struct IZorSurface : VideoEdit::IVedUnknown {
   /// Flushes, then paints a rectangle. Formats 1, 2 and 4; others `VED_E_UNSUPPORTED`.
   /// @param rectangle null: everything. In a bottom-up RGB surface the caller's rectangle is turned
   ///        over in place, and afterwards counts in rows of memory.
-  /// @param colour RGB surfaces take byte 0 as red and byte 2 as blue. Planar ones work out Y, U and
-  ///        V with byte 0 as blue and byte 2 as red, and paint U where conversions read V: converted
-  ///        to RGB, 0x0000FF is a dark red. Where bytes 0 and 2 are equal both give the same colour.
-  ///        The top byte isn't used.
+  /// @param colour RGB surfaces take byte 0 as red and byte 2 as blue. Planar ones work out Y, U, V
+  ///        with byte 0 as blue and byte 2 as red, and paint U where conversions read V: converted
+  ///        to RGB, 0x0000FF is a dark red. Where bytes 0 and 2 are equal both give the same
+  ///        colour. The top byte isn't used.
   virtual std::int32_t Fill(RECT* rectangle, std::uint32_t colour) = 0;
   /// Runs the queue, its last operation straight into the host's memory, or copies the rows out
   /// if nothing was queued (format 3: nothing is copied). The surface itself keeps the state from
@@ -162,17 +162,17 @@ struct IZorSurface : VideoEdit::IVedUnknown {
   /// Flushes, draws the children in their order onto this surface or onto a clone of it (see
   /// `SetComposeInPlace`), and lets go of all of them.
   ///
-  /// The surface drawn on becomes YUV420 unless it is YUV420 or YUY2, and each child is converted to
-  /// its format, for good. A child's `SourceRect` is drawn into its `DestRect`, by the nearest
+  /// The surface drawn on becomes YUV420 unless it is YUV420 or YUY2, and each child is converted
+  /// to its format, for good. A child's `SourceRect` is drawn into its `DestRect`, by the nearest
   /// sample where the two differ in size: through the mask if it has one, else by its opacity and
   /// without the pixels of its key colour. On YUY2 a child without a mask is skipped, and keeps a
   /// reference too many.
   /// @param out receives the surface drawn on, with a reference for the caller, whatever came of
   ///        the children; this surface itself if there are none. Untouched if the flush or the
   ///        clone failed.
-  /// @return of a failed flush its code; `E_FAIL` if there could be no clone; otherwise what came of
-  ///         the last child that wasn't skipped: `VED_E_INVALIDARG` for an empty `DestRect`,
-  ///         `VED_E_COMPOSE` if the surface drawn on couldn't be converted, or `VED_E_OUTOFMEMORY`.
+  /// @return the code of a failed flush; `E_FAIL` if there could be no clone; otherwise that of the
+  ///         last child that wasn't skipped: `VED_E_INVALIDARG` for an empty `DestRect`,
+  ///         `VED_E_COMPOSE` if the surface drawn on couldn't be converted, `VED_E_OUTOFMEMORY`.
   virtual std::int32_t Compose(IZorSurface** out) = 0;
   /// Stores the storage word, whose bits 0 and 2 say that the block of pixels is the surface's own
   /// to free. The builder sets it; a host has no need to. @return 1, not a result code.

@@ -45,8 +45,8 @@ TEST(Dll, ResourceTellsTheProjectsVersion) {
   EXPECT_EQ(MAKELONG(ZOR_MINOR, ZOR_MAJOR), static_cast<LONG>(info.dwFileVersionMS));
   EXPECT_EQ(MAKELONG(0, ZOR_PATCH), static_cast<LONG>(info.dwFileVersionLS));
   EXPECT_EQ(static_cast<DWORD>(VFT_DLL), info.dwFileType);
-  ASSERT_TRUE(VerQueryValueA(block.data(), "\\StringFileInfo\\040904b0\\OriginalFilename", &found,
-                             &size));
+  ASSERT_TRUE(
+      VerQueryValueA(block.data(), "\\StringFileInfo\\040904b0\\OriginalFilename", &found, &size));
   EXPECT_STREQ("ZorSurface.dll", static_cast<const char*>(found));
 }
 

@@ -11,8 +11,8 @@ int _fltused = 0;
 
 namespace {
 
-/// Calls @p run with the stack pointer @p shift bytes below a multiple of 16. Nothing stands between
-/// the call and the host, whose frames keep whatever alignment they find.
+/// Calls @p run with the stack pointer @p shift bytes below a multiple of 16. Nothing stands
+/// between the call and the host, whose frames keep whatever alignment they find.
 int CallWithStackAt(int shift, int (*run)()) {
   int result;
   __asm__ volatile(

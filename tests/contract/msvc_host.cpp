@@ -28,9 +28,9 @@ std::uint8_t memory[64 * 64 * 4 * 3 / 2];
 
 }  // namespace
 
-#define STEP(condition)                  \
-  do {                                   \
-    ++foreignSteps;                      \
+#define STEP(condition)                    \
+  do {                                     \
+    ++foreignSteps;                        \
     if (!(condition)) return foreignSteps; \
   } while (false)
 

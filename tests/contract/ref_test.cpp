@@ -31,8 +31,9 @@ TEST(MakeDescription, GivesEveryFormatItsBitsAndStride) {
   struct Row {
     std::int32_t format, bits, stride;
   };
-  for (const Row& row : {Row{FORMAT_RGB24, 24, 32}, Row{FORMAT_RGB32, 32, 40}, Row{FORMAT_GRAY8, 8, 12},
-                         Row{FORMAT_YUV420, 12, 10}, Row{FORMAT_YUY2, 16, 20}, Row{FORMAT_YVU420, 12, 10}}) {
+  for (const Row& row :
+       {Row{FORMAT_RGB24, 24, 32}, Row{FORMAT_RGB32, 32, 40}, Row{FORMAT_GRAY8, 8, 12},
+        Row{FORMAT_YUV420, 12, 10}, Row{FORMAT_YUY2, 16, 20}, Row{FORMAT_YVU420, 12, 10}}) {
     const SurfaceDescription d = zor::MakeDescription(row.format, 10, 6);
     EXPECT_EQ(row.bits, d.bitsPerPixel);
     EXPECT_EQ(row.stride, d.stride) << row.format;

@@ -23,8 +23,7 @@ class Replay : public testing::Test {
   void Run(fuzz::Trace (*run)(const std::uint8_t*, std::size_t), int seeds) {
     for (int seed = 0; seed < seeds; ++seed) {
       Noise noise(static_cast<std::uint64_t>(seed) + 7000);
-      std::vector<std::uint8_t> bytes =
-          noise.Bytes(static_cast<std::size_t>(noise.Range(40, 400)));
+      std::vector<std::uint8_t> bytes = noise.Bytes(static_cast<std::size_t>(noise.Range(40, 400)));
       LimitInnerVectorLevel(VectorLevel::kSse2);
       const fuzz::Trace expected = run(bytes.data(), bytes.size());
       for (const VectorLevel level : {VectorLevel::kAvx2, VectorLevel::kAvx512}) {
@@ -35,9 +34,13 @@ class Replay : public testing::Test {
   }
 };
 
-TEST_F(Replay, ComposeGivesTheSameAtEveryVectorLevel) { Run(fuzz::RunCompose, 1000); }
+TEST_F(Replay, ComposeGivesTheSameAtEveryVectorLevel) {
+  Run(fuzz::RunCompose, 1000);
+}
 
-TEST_F(Replay, OperationsGiveTheSameAtEveryVectorLevel) { Run(fuzz::RunOperations, 1000); }
+TEST_F(Replay, OperationsGiveTheSameAtEveryVectorLevel) {
+  Run(fuzz::RunOperations, 1000);
+}
 
 TEST_F(Replay, ShortAndEmptyInputsEnd) {
   const std::vector<std::uint8_t> bytes(64, 0xFF);

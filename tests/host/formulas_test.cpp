@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: BSD-2-Clause
 // Copyright (c) 2026, The ZorSurface authors
 
-// The formulas as `info --matrix` prints them: read from its text, worked out, and compared with the
-// bytes that conversions give; and looked for on the pages about the conversions.
+// The formulas as `info --matrix` prints them: read from its text, worked out, and compared with
+// the bytes that conversions give; and looked for on the pages about the conversions.
 #include <gtest/gtest.h>
 
 #include <algorithm>

@@ -32,9 +32,13 @@ std::uint8_t* Map(std::size_t bytes, std::size_t page) {
   }
   return base;
 }
-void Unmap(std::uint8_t* base, std::size_t) { VirtualFree(base, 0, MEM_RELEASE); }
+void Unmap(std::uint8_t* base, std::size_t) {
+  VirtualFree(base, 0, MEM_RELEASE);
+}
 #else
-std::size_t PageBytes() { return static_cast<std::size_t>(sysconf(_SC_PAGESIZE)); }
+std::size_t PageBytes() {
+  return static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+}
 std::uint8_t* Map(std::size_t bytes, std::size_t page) {
   void* base = mmap(nullptr, bytes, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
   if (base == MAP_FAILED) throw std::runtime_error("no guarded memory");
@@ -44,7 +48,9 @@ std::uint8_t* Map(std::size_t bytes, std::size_t page) {
   }
   return first;
 }
-void Unmap(std::uint8_t* base, std::size_t bytes) { munmap(base, bytes); }
+void Unmap(std::uint8_t* base, std::size_t bytes) {
+  munmap(base, bytes);
+}
 #endif
 
 }  // namespace
@@ -60,7 +66,9 @@ GuardedMemory::GuardedMemory(std::size_t bytes, Edge edge, std::uint8_t fill)
   std::memset(data_, fill, bytes);
 }
 
-GuardedMemory::~GuardedMemory() { Unmap(mapping_, mappingBytes_); }
+GuardedMemory::~GuardedMemory() {
+  Unmap(mapping_, mappingBytes_);
+}
 
 bool GuardedMemory::GuardsIntact() const {
   for (const std::uint8_t* p = mapping_ + pageBytes_; p < data_; ++p) {

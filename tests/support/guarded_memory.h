@@ -33,7 +33,7 @@ class GuardedMemory {
   std::vector<std::uint8_t> Copy() const { return {data_, data_ + bytes_}; }
 
  private:
-  std::uint8_t* mapping_;      // [no access][accessible pages][no access]
+  std::uint8_t* mapping_;  // [no access][accessible pages][no access]
   std::size_t mappingBytes_;
   std::size_t pageBytes_;
   std::size_t bytes_;

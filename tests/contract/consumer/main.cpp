@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: BSD-2-Clause
 // Copyright (c) 2026, The ZorSurface authors
 
-#include <zorsurface/ref.hpp>
 #include <zorsurface/zorsurface.h>
+#include <zorsurface/ref.hpp>
 
 // An outside program: a blank planar surface becomes black RGB32.
 int main() {
