@@ -94,26 +94,41 @@ class SourceRows {
   std::uint8_t* lastRow_;
 };
 
-/// Gathers source rows up to each boundary and writes the destination row that ends there. The last
-/// source row ends whatever row has been reached.
+/// Most rows of a band. A band's source rows are read side by side, and where rows stand in steps
+/// of 4 KB the innermost cache holds eight.
+constexpr std::int32_t kBandTargets = 8;
+constexpr std::int32_t kBandSources = 8;
+
+/// Gathers source rows up to each boundary for the destination row that ends there, and makes the
+/// destination rows band by band. The last source row ends whatever row has been reached.
+/// @param rows room for a pointer per source row.
 void Accumulate(const ScaleTarget& target, std::int32_t sourceHeight, float rowsPerTarget,
                 const SourceRows& source, const AreaRowForm& form, const std::uint8_t* plan,
                 float* gathered, const std::uint8_t** rows) noexcept {
   std::uint8_t* out = target.pixels;
+  AreaTargetRow band[kBandTargets];
+  std::int32_t inBand = 0;
+  std::int32_t bandStart = 0;
   std::int32_t y = 0;
   for (std::int32_t boundary = 1; boundary <= target.height && y < sourceHeight; ++boundary) {
     const float edge = static_cast<float>(boundary) * rowsPerTarget;
-    std::int32_t count = 0;
+    const std::int32_t first = y;
     float top;
     do {
-      rows[count++] = source.Get(y);
+      rows[y] = source.Get(y);
       top = static_cast<float>(++y);
     } while (top < edge && y < sourceHeight);
     const float past = top - edge;
-    form.row(out, gathered, rows, count, static_cast<double>(past) >= kAreaTail ? past : 0.0f,
-             plan);
+    const float share = static_cast<double>(past) >= kAreaTail ? past : 0.0f;
+    band[inBand++] = {out, rows + first, y - first, share, 1.0f - share};
+    if (inBand == kBandTargets || y - bandStart >= kBandSources) {
+      form.rows(band, inBand, gathered, plan);
+      inBand = 0;
+      bandStart = y;
+    }
     out += target.stride;
   }
+  if (inBand > 0) form.rows(band, inBand, gathered, plan);
 }
 
 }  // namespace

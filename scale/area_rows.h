@@ -29,10 +29,19 @@ struct AreaList {
   std::int32_t reach;     ///< bytes that the entries read of a row; rounding can pass the row's end
 };
 
-/// The kernel makes one destination row. For each source row, A[v] is the sum of byte times weight
+/// One destination row and the source rows that end in it.
+struct AreaTargetRow {
+  std::uint8_t* out;
+  const std::uint8_t* const* rows;  ///< source rows
+  std::int32_t count;               ///< of them, at least 1
+  float share;                      ///< of the last one, behind the boundary
+  float rest;                       ///< 1 - share
+};
+
+/// The kernel makes destination rows. For each source row, A[v] is the sum of byte times weight
 /// over the entries of v, and B[v] what has gathered for v so far. Every row but the last adds A to
 /// B. The last one straddles the boundary by the given share:
-///     out[v] = low byte of trunc(A[v] * (1 - share) + B[v] + 0.5), B[v] = A[v] * share
+///     out[v] = low byte of trunc(A[v] * rest + B[v] + 0.5), B[v] = A[v] * share
 /// so that without a share all of it is given out and nothing stays.
 struct AreaRowForm {
   const char* name;
@@ -40,10 +49,10 @@ struct AreaRowForm {
   std::uint64_t (*planBytes)(const AreaList& list) noexcept;
   /// @param plan aligned to 64. @return false if the list is beyond the form's reach after all.
   bool (*plan)(const AreaList& list, std::uint8_t* plan) noexcept;
+  /// Makes @p count rows, one after another or side by side.
   /// @param b gathered sums, aligned to 64, with room for a whole last group.
-  /// @param rows the source rows, @p count of them, at least 1.
-  void (*row)(std::uint8_t* out, float* b, const std::uint8_t* const* rows, std::int32_t count,
-              float share, const std::uint8_t* plan) noexcept;
+  void (*rows)(const AreaTargetRow* targets, std::int32_t count, float* b,
+               const std::uint8_t* plan) noexcept;
 };
 
 /// Values are worked on in groups; the gathered sums have room for a whole last group.

@@ -11,8 +11,10 @@ struct Eight : ByteShuffle8 {
   static ZOR_ALWAYS_INLINE void Store(float* to, Floats v) noexcept { _mm256_store_ps(to, v); }
   static ZOR_ALWAYS_INLINE Floats Add(Floats a, Floats b) noexcept { return _mm256_add_ps(a, b); }
   static ZOR_ALWAYS_INLINE Floats Mul(Floats a, Floats b) noexcept { return _mm256_mul_ps(a, b); }
-  static ZOR_ALWAYS_INLINE Floats Pick(Bytes window, Bytes index) noexcept {
-    return _mm256_cvtepi32_ps(PickBytes(window, index));
+  using Weight = Floats;
+  static ZOR_ALWAYS_INLINE Weight WeightOf(Floats weights) noexcept { return weights; }
+  static ZOR_ALWAYS_INLINE Floats Product(Bytes window, Bytes index, Weight weight) noexcept {
+    return Mul(_mm256_cvtepi32_ps(PickBytes(window, index)), weight);
   }
   static ZOR_ALWAYS_INLINE void StoreLowBytes(std::uint8_t* out, std::int64_t count,
                                               Floats sums) noexcept {
@@ -28,13 +30,13 @@ bool Plan(const AreaList& list, std::uint8_t* plan) noexcept {
   return Eight::Shuffles::Fill(list, Eight::Shuffles::Head(list, 1), Eight::kWindowBytes, plan);
 }
 
-void Row(std::uint8_t* out, float* b, const std::uint8_t* const* rows, std::int32_t count,
-         float share, const std::uint8_t* plan) noexcept {
-  AreaShuffleRow<Eight>(out, b, rows, count, share, plan);
+void Rows(const AreaTargetRow* targets, std::int32_t count, float* b,
+          const std::uint8_t* plan) noexcept {
+  AreaShuffleRows<Eight>(targets, count, b, plan);
 }
 
 }  // namespace
 
-const AreaRowForm kAreaRowsAvx2 = {"avx2", PlanBytes, Plan, Row};
+const AreaRowForm kAreaRowsAvx2 = {"avx2", PlanBytes, Plan, Rows};
 
 }  // namespace zor

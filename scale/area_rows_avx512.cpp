@@ -17,8 +17,23 @@ struct Sixteen : ByteShuffle16<kRegisters> {
   static ZOR_ALWAYS_INLINE void Store(float* to, Floats v) noexcept { _mm512_store_ps(to, v); }
   static ZOR_ALWAYS_INLINE Floats Add(Floats a, Floats b) noexcept { return _mm512_add_ps(a, b); }
   static ZOR_ALWAYS_INLINE Floats Mul(Floats a, Floats b) noexcept { return _mm512_mul_ps(a, b); }
-  static ZOR_ALWAYS_INLINE Floats Pick(const Window& window, Bytes index) noexcept {
-    return _mm512_cvtepi32_ps(Base::PickBytes(window, index));
+
+  /// A byte put below the exponent of 2^23 is the float 2^23 + byte, so that
+  ///     (2^23 + byte) * weight - 2^23 * weight
+  /// rounded once is byte * weight rounded once: the step back is exact, as it only moves the
+  /// exponent. That takes a conversion's work off the ports that add.
+  struct Weight {
+    Floats weight;
+    Floats back;
+  };
+  static ZOR_ALWAYS_INLINE Weight WeightOf(Floats weights) noexcept {
+    return {weights, Mul(weights, Set(-8388608.0f))};
+  }
+  static ZOR_ALWAYS_INLINE Floats Product(const Window& window, Bytes index,
+                                          const Weight& weight) noexcept {
+    const Floats raised =
+        _mm512_castsi512_ps(Base::PickBytesInto(_mm512_set1_epi32(0x4B000000), window, index));
+    return _mm512_fmadd_ps(raised, weight.weight, weight.back);
   }
   static ZOR_ALWAYS_INLINE void StoreLowBytes(std::uint8_t* out, std::int64_t count,
                                               Floats sums) noexcept {
@@ -34,16 +49,16 @@ bool Plan(const AreaList& list, std::uint8_t* plan) noexcept {
   return MakeByteShuffle16Plan(list, plan);
 }
 
-void Row(std::uint8_t* out, float* b, const std::uint8_t* const* rows, std::int32_t count,
-         float share, const std::uint8_t* plan) noexcept {
+void Rows(const AreaTargetRow* targets, std::int32_t count, float* b,
+          const std::uint8_t* plan) noexcept {
   if (reinterpret_cast<const AreaPlanHead*>(plan)->registers == 1) {
-    return AreaShuffleRow<Sixteen<1>>(out, b, rows, count, share, plan);
+    return AreaShuffleRows<Sixteen<1>>(targets, count, b, plan);
   }
-  AreaShuffleRow<Sixteen<2>>(out, b, rows, count, share, plan);
+  AreaShuffleRows<Sixteen<2>>(targets, count, b, plan);
 }
 
 }  // namespace
 
-const AreaRowForm kAreaRowsAvx512 = {"avx512", PlanBytes, Plan, Row};
+const AreaRowForm kAreaRowsAvx512 = {"avx512", PlanBytes, Plan, Rows};
 
 }  // namespace zor

@@ -39,21 +39,25 @@ ZOR_ALWAYS_INLINE void ForEachValue(const std::uint8_t* row, const std::uint8_t*
   }
 }
 
-void Row(std::uint8_t* out, float* b, const std::uint8_t* const* rows, std::int32_t count,
-         float share, const std::uint8_t* plan) noexcept {
-  for (std::int32_t y = 0; y < count - 1; ++y) {
-    ForEachValue(rows[y], plan, [=](std::int32_t v, float a) { b[v] += a; });
+void Row(const AreaTargetRow& target, float* b, const std::uint8_t* plan) noexcept {
+  const std::int32_t last = target.count - 1;
+  for (std::int32_t y = 0; y < last; ++y) {
+    ForEachValue(target.rows[y], plan, [=](std::int32_t v, float a) { b[v] += a; });
   }
-  const float rest = 1.0f - share;
-  ForEachValue(rows[count - 1], plan, [=](std::int32_t v, float a) {
-    const float sum = a * rest + b[v] + 0.5f;
-    out[v] = static_cast<std::uint8_t>(static_cast<std::int32_t>(sum));
-    b[v] = a * share;
+  ForEachValue(target.rows[last], plan, [=, &target](std::int32_t v, float a) {
+    const float sum = a * target.rest + b[v] + 0.5f;
+    target.out[v] = static_cast<std::uint8_t>(static_cast<std::int32_t>(sum));
+    b[v] = a * target.share;
   });
+}
+
+void Rows(const AreaTargetRow* targets, std::int32_t count, float* b,
+          const std::uint8_t* plan) noexcept {
+  for (std::int32_t i = 0; i < count; ++i) Row(targets[i], b, plan);
 }
 
 }  // namespace
 
-const AreaRowForm kAreaRowsPlain = {"plain", PlanBytes, Plan, Row};
+const AreaRowForm kAreaRowsPlain = {"plain", PlanBytes, Plan, Rows};
 
 }  // namespace zor

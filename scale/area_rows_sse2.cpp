@@ -89,13 +89,13 @@ bool Plan(const AreaList& list, std::uint8_t* plan) noexcept {
   return true;
 }
 
-void Row(std::uint8_t* out, float* b, const std::uint8_t* const* rows, std::int32_t count,
-         float share, const std::uint8_t* plan) noexcept {
-  AreaVectorRow<Four>(out, b, rows, count, share, plan);
+void Rows(const AreaTargetRow* targets, std::int32_t count, float* b,
+          const std::uint8_t* plan) noexcept {
+  AreaVectorRows<Four>(targets, count, b, plan);
 }
 
 }  // namespace
 
-const AreaRowForm kAreaRowsSse2 = {"sse2", PlanBytes, Plan, Row};
+const AreaRowForm kAreaRowsSse2 = {"sse2", PlanBytes, Plan, Rows};
 
 }  // namespace zor

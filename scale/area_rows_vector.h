@@ -94,41 +94,38 @@ struct alignas(64) AreaPlanHead {
 /// The kernel of a form. V has the number of lanes and its vector of floats with the usual
 /// operations; StoreLowBytes(out, count, sums) truncates. A V::Group, made from a group's record,
 /// adds up all taps of a row in their order: Sum(row).
-template <class V, bool kSplits>
-ZOR_ALWAYS_INLINE void AreaVectorRowOf(std::uint8_t* out, float* b, const std::uint8_t* const* rows,
-                                       std::int32_t count, float share,
-                                       const std::uint8_t* plan) noexcept {
+///
+/// A group goes down through all rows before the next one starts, so that its taps and what it has
+/// gathered stay in registers.
+template <class V>
+ZOR_ALWAYS_INLINE void AreaVectorRows(const AreaTargetRow* targets, std::int32_t count, float* b,
+                                      const std::uint8_t* plan) noexcept {
   const auto& head = *reinterpret_cast<const AreaPlanHead*>(plan);
   const auto* starts = reinterpret_cast<const std::int32_t*>(plan + sizeof(head));
   const std::uint8_t* record = plan + head.records;
-  const auto next = V::Set(share);
-  const auto rest = V::Set(1.0f - share);
   const auto half = V::Set(0.5f);
-  const auto nothing = V::Set(0.0f);
   const std::int64_t values = head.values;
   const std::int64_t step = head.recordBytes;
   const std::int64_t windows = head.windows;
   const std::int64_t taps = head.taps;
   for (std::int64_t v = 0; v < values; v += V::kLanes) {
     const typename V::Group group(record, starts, taps);
-    auto gathered = V::Load(b + v);
-    for (std::int32_t y = 0; y < count - 1; ++y) gathered = V::Add(gathered, group.Sum(rows[y]));
-    const auto a = group.Sum(rows[count - 1]);
-    V::Store(b + v, kSplits ? V::Mul(a, next) : nothing);
-    const auto sum = V::Add(V::Add(kSplits ? V::Mul(a, rest) : a, gathered), half);
     const std::int64_t left = values - v;
-    V::StoreLowBytes(out + v, left < V::kLanes ? left : V::kLanes, sum);
+    auto gathered = V::Load(b + v);
+    for (const AreaTargetRow* target = targets; target != targets + count; ++target) {
+      const std::uint8_t* const* row = target->rows;
+      for (std::int32_t more = target->count; more > 1; --more) {
+        gathered = V::Add(gathered, group.Sum(*row++));
+      }
+      const auto a = group.Sum(*row);
+      const auto sum = V::Add(V::Add(V::Mul(a, V::Set(target->rest)), gathered), half);
+      gathered = V::Mul(a, V::Set(target->share));
+      V::StoreLowBytes(target->out + v, left < V::kLanes ? left : V::kLanes, sum);
+    }
+    V::Store(b + v, gathered);
     record += step;
     starts += windows;
   }
-}
-
-template <class V>
-ZOR_ALWAYS_INLINE void AreaVectorRow(std::uint8_t* out, float* b, const std::uint8_t* const* rows,
-                                     std::int32_t count, float share,
-                                     const std::uint8_t* plan) noexcept {
-  if (share > 0) return AreaVectorRowOf<V, true>(out, b, rows, count, share, plan);
-  AreaVectorRowOf<V, false>(out, b, rows, count, share, plan);
 }
 
 /// Taps of the forms that shuffle bytes: four taps stand in the four bytes of a value's 32 bits.
@@ -229,8 +226,8 @@ ZOR_ALWAYS_INLINE std::uint64_t AreaPlanBytes(const AreaPlanHead& head,
   return static_cast<std::uint64_t>(head.records + head.groups * head.recordBytes);
 }
 
-/// A group of a form that shuffles bytes. S has the vectors and Pick(window, index), which
-/// brings the bytes of one tap, each as an integer of 32 bits.
+/// A group of a form that shuffles bytes. S has the vectors, a Weight, WeightOf(floats), and
+/// Product(window, index, weight), which brings the bytes of one tap and weighs them.
 /// @tparam kTaps taps of a value, which then stay in registers from row to row; 0 for any number.
 template <class S, std::int32_t kTaps>
 struct AreaShuffleGroup {
@@ -245,17 +242,18 @@ struct AreaShuffleGroup {
 #pragma GCC unroll 4
     for (std::int32_t t = 0; t < kTaps; ++t) {
       index_[t] = S::IndexOf(index, t);
-      weights_[t] = S::Load(reinterpret_cast<const float*>(weights + t * Shuffle::kTapBytes));
+      weights_[t] =
+          S::WeightOf(S::Load(reinterpret_cast<const float*>(weights + t * Shuffle::kTapBytes)));
     }
   }
 
   ZOR_ALWAYS_INLINE Floats Sum(const std::uint8_t* row) const noexcept {
     const auto window = S::LoadWindow(row, starts_);
     // 0 added to the first product would leave it as it is.
-    Floats sum = S::Mul(S::Pick(window, index_[0]), weights_[0]);
+    Floats sum = S::Product(window, index_[0], weights_[0]);
 #pragma GCC unroll 4
     for (std::int32_t t = 1; t < kTaps; ++t) {
-      sum = S::Add(sum, S::Mul(S::Pick(window, index_[t]), weights_[t]));
+      sum = S::Add(sum, S::Product(window, index_[t], weights_[t]));
     }
     return sum;
   }
@@ -263,7 +261,7 @@ struct AreaShuffleGroup {
  private:
   const std::int32_t* starts_;
   typename S::Bytes index_[kTaps];
-  Floats weights_[kTaps];
+  typename S::Weight weights_[kTaps];
 };
 
 template <class S>
@@ -286,8 +284,8 @@ struct AreaShuffleGroup<S, 0> {
 #pragma GCC unroll 4
       for (std::int32_t t = 0; t < kAreaShuffleTaps; ++t) {
         if (t >= left) break;
-        const Floats weight = S::Load(reinterpret_cast<const float*>(weights));
-        sum = S::Add(sum, S::Mul(S::Pick(window, S::IndexOf(index, t)), weight));
+        const auto weight = S::WeightOf(S::Load(reinterpret_cast<const float*>(weights)));
+        sum = S::Add(sum, S::Product(window, S::IndexOf(index, t), weight));
         weights += Shuffle::kTapBytes;
       }
       record += Shuffle::RecordBytes(kAreaShuffleTaps);
@@ -310,18 +308,17 @@ struct AreaShuffleVector : S {
 
 /// The kernel of a form that shuffles bytes: the usual numbers of taps have loops of their own.
 template <class S>
-ZOR_ALWAYS_INLINE void AreaShuffleRow(std::uint8_t* out, float* b, const std::uint8_t* const* rows,
-                                      std::int32_t count, float share,
-                                      const std::uint8_t* plan) noexcept {
+ZOR_ALWAYS_INLINE void AreaShuffleRows(const AreaTargetRow* targets, std::int32_t count, float* b,
+                                       const std::uint8_t* plan) noexcept {
   switch (reinterpret_cast<const AreaPlanHead*>(plan)->taps) {
     case 2:
-      return AreaVectorRow<AreaShuffleVector<S, 2>>(out, b, rows, count, share, plan);
+      return AreaVectorRows<AreaShuffleVector<S, 2>>(targets, count, b, plan);
     case 3:
-      return AreaVectorRow<AreaShuffleVector<S, 3>>(out, b, rows, count, share, plan);
+      return AreaVectorRows<AreaShuffleVector<S, 3>>(targets, count, b, plan);
     case 4:
-      return AreaVectorRow<AreaShuffleVector<S, 4>>(out, b, rows, count, share, plan);
+      return AreaVectorRows<AreaShuffleVector<S, 4>>(targets, count, b, plan);
     default:
-      return AreaVectorRow<AreaShuffleVector<S, 0>>(out, b, rows, count, share, plan);
+      return AreaVectorRows<AreaShuffleVector<S, 0>>(targets, count, b, plan);
   }
 }
 

@@ -42,10 +42,17 @@ struct ByteShuffle16 {
   }
   /// The bytes of one tap as integers.
   static ZOR_ALWAYS_INLINE Bytes PickBytes(const Window& window, Bytes index) noexcept {
+    return PickBytesInto(_mm512_setzero_si512(), window, index);
+  }
+  /// The bytes of one tap as the lowest ones of others.
+  static ZOR_ALWAYS_INLINE Bytes PickBytesInto(Bytes others, const Window& window,
+                                               Bytes index) noexcept {
     constexpr __mmask64 kLowBytes = 0x1111111111111111;
-    return kRegisters == 1
-               ? _mm512_maskz_permutexvar_epi8(kLowBytes, index, window.low)
-               : _mm512_maskz_permutex2var_epi8(kLowBytes, window.low, index, window.high);
+    if (kRegisters == 1) {
+      return _mm512_mask_permutexvar_epi8(others, kLowBytes, index, window.low);
+    }
+    return _mm512_mask_mov_epi8(others, kLowBytes,
+                                _mm512_permutex2var_epi8(window.low, index, window.high));
   }
 
   static ZOR_ALWAYS_INLINE void StoreLowBytes(std::uint8_t* out, std::int64_t count,

@@ -175,39 +175,53 @@ TEST_P(AreaForms, RowsMatchTheStatement) {
       WorkArray<std::uint8_t> plan(bytes);
       if (!Form().plan(list, plan.data())) continue;
       ++run;
-      GuardedPicture source(pixel, 3, pixel * channels, channels, EdgeOf(noise.Next()),
+      constexpr int kTargets = 3;
+      constexpr int kMostRows = 3;
+      const int rowBytes = pixel * channels;
+      const int outBytes = width * channels;
+      GuardedPicture source(pixel, kTargets * kMostRows, rowBytes, channels, EdgeOf(noise.Next()),
                             noise.Next());
-      GuardedPicture out(width, 1, width * channels, channels, EdgeOf(noise.Next()), 5);
-      const auto values = static_cast<std::size_t>(width * channels);
+      GuardedPicture out(width, kTargets, outBytes, channels, EdgeOf(noise.Next()), 5);
+      const auto values = static_cast<std::size_t>(outBytes);
       WorkArray<float> gathered(values + kAreaGroup);
       std::fill_n(gathered.data(), values + kAreaGroup, 0.0f);
       std::vector<float> b(values);
       for (std::size_t v = 0; v < values; ++v) {
         b[v] = gathered[v] = static_cast<float>(noise.Range(0, 2000)) / 64.0f;
       }
-      const float share = width % 3 == 0 ? 0.0f : static_cast<float>(noise.Range(1, 99)) / 100.0f;
-      const int count = noise.Range(1, 3);
-      const std::uint8_t* rows[3];
-      for (int y = 0; y < 3; ++y) rows[y] = source.data() + y * pixel * channels;
-      Form().row(out.data(), gathered.data(), rows, count, share, plan.data());
+      const std::uint8_t* rows[kTargets * kMostRows];
+      for (int y = 0; y < kTargets * kMostRows; ++y) rows[y] = source.data() + y * rowBytes;
+      AreaTargetRow targets[kTargets];
+      const int targetCount = noise.Range(1, kTargets);
+      for (int t = 0; t < targetCount; ++t) {
+        const float share =
+            noise.Range(0, 2) == 0 ? 0.0f : static_cast<float>(noise.Range(1, 99)) / 100.0f;
+        targets[t] = {out.data() + t * outBytes, rows + t * kMostRows, noise.Range(1, kMostRows),
+                      share, 1.0f - share};
+      }
+      Form().rows(targets, targetCount, gathered.data(), plan.data());
 
       std::vector<float> a(values);
-      for (int y = 0; y < count; ++y) {
-        std::fill(a.begin(), a.end(), 0.0f);
-        for (const AreaEntry& entry : entries) {
-          for (int c = 0; c < channels; ++c) {
-            a[entry.value + c] += static_cast<float>(rows[y][entry.source + c]) * entry.weight;
+      for (int t = 0; t < targetCount; ++t) {
+        for (int y = 0; y < targets[t].count; ++y) {
+          std::fill(a.begin(), a.end(), 0.0f);
+          for (const AreaEntry& entry : entries) {
+            for (int c = 0; c < channels; ++c) {
+              a[entry.value + c] +=
+                  static_cast<float>(targets[t].rows[y][entry.source + c]) * entry.weight;
+            }
           }
+          if (y == targets[t].count - 1) break;
+          for (std::size_t v = 0; v < values; ++v) b[v] += a[v];
         }
-        if (y == count - 1) break;
-        for (std::size_t v = 0; v < values; ++v) b[v] += a[v];
+        for (std::size_t v = 0; v < values; ++v) {
+          const float sum = a[v] * (1.0f - targets[t].share) + b[v] + 0.5f;
+          ASSERT_EQ(static_cast<std::uint8_t>(static_cast<int>(sum)), targets[t].out[v])
+              << v << " of " << width << " x " << channels << ", row " << t;
+          b[v] = a[v] * targets[t].share;
+        }
       }
-      for (std::size_t v = 0; v < values; ++v) {
-        const float sum = a[v] * (1.0f - share) + b[v] + 0.5f;
-        ASSERT_EQ(static_cast<std::uint8_t>(static_cast<int>(sum)), out.data()[v])
-            << v << " of " << width << " x " << channels;
-        ASSERT_EQ(a[v] * share, gathered[v]);
-      }
+      for (std::size_t v = 0; v < values; ++v) ASSERT_EQ(b[v], gathered[v]);
       ASSERT_TRUE(out.GuardsIntact());
     }
   }
