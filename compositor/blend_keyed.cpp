@@ -185,45 +185,45 @@ void BlendGathered(const Bytes& target, const Bytes& child, const KeyedWalk& wal
   }
 }
 
-/// Without a key, at an even width of a batch or more, entries stand in the pairs of their row, and
-/// how often a sample is blended follows from how many entries a row leaves over: luma once, and
-/// what was left over once more with the next row's first batch; chroma once a row, what is left
-/// over twice, and once more with the next row. The order doesn't show, as it is one blend of one
-/// sample over and over.
-void BlendEvenRows(std::uint8_t* target, const std::uint8_t* child, const KeyedWalk& walk,
-                   std::uint32_t w) {
+/// Without a key and at a width of a batch or more, how often a sample is blended follows from how
+/// many entries a row leaves over: luma once, and what was left over once more with the next row's
+/// first batch. Chroma once a row, what pairs left over twice, and once more with the next row. The
+/// last chroma of an odd number left over is blended once only, at its row's end: the next row's
+/// first pixel takes its place. The order doesn't show, as it is one blend of one sample over and
+/// over.
+void BlendWholeRows(std::uint8_t* target, const std::uint8_t* child, const KeyedWalk& walk,
+                    std::uint32_t w) {
   const BlendRows& rows = InnerBlendRows();
   const auto columns = static_cast<std::size_t>(walk.width);
-  // Plane by plane, so that few streams run at once.
-  auto plane = [&](auto blend, std::int64_t RowPlace::*to, std::int64_t RowPlace::*from,
-                   std::int64_t first, std::int64_t end, std::int64_t step, std::size_t count) {
-    for (std::int64_t row = first; row < end; row += step) {
-      const RowPlace at = walk.Row(row);
-      blend(target + at.*to, child + at.*from, w, count);
-    }
-  };
-  const std::int64_t pairs = walk.rows & ~std::int64_t{1};
-  plane(rows.constant, &RowPlace::targetY, &RowPlace::childY, 0, walk.rows, 1, columns);
+  const std::size_t chroma = (columns + 1) / 2;
+  const RowPlace first = walk.Row(0);
+  const RowPlace second = walk.Row(1);
+  rows.constant({target + first.targetY, child + first.childY, second.targetY - first.targetY,
+                 second.childY - first.childY, walk.rows, columns},
+                w);
+  const std::int64_t pairs = walk.rows / 2;
+  const RowPlace next = walk.Row(2);
+  const RowPlace last = walk.Row(2 * pairs);
   for (const auto& [to, from] : {std::pair{&RowPlace::targetU, &RowPlace::childU},
                                  std::pair{&RowPlace::targetV, &RowPlace::childV}}) {
-    plane(rows.constantTwice, to, from, 0, pairs, 2, columns / 2);
-    plane(rows.constant, to, from, pairs, walk.rows, 2, columns / 2);
+    const std::int64_t targetStride = next.*to - first.*to, childStride = next.*from - first.*from;
+    rows.constantTwice(
+        {target + first.*to, child + first.*from, targetStride, childStride, pairs, chroma}, w);
+    rows.constant(
+        {target + last.*to, child + last.*from, targetStride, childStride, walk.rows % 2, chroma},
+        w);
   }
   if (columns % 8 == 0) return;
-  auto again = [w](std::uint8_t* to, const std::uint8_t* from, std::size_t count, int times) {
-    for (std::size_t i = 0; i < count; ++i) {
-      for (int time = 0; time < times; ++time) to[i] = BlendSample(from[i], to[i], w);
-    }
-  };
   std::size_t left = 0;
   for (std::int64_t row = 0; row < walk.rows; ++row) {
     left = (left + columns) % 8;
-    const int followed = row + 1 < walk.rows ? 1 : 0;
+    if (left == 0) continue;
     const RowPlace at = walk.Row(row);
-    const std::size_t luma = columns - left, chroma = luma / 2;
-    again(target + at.targetY + luma, child + at.childY + luma, left, followed);
-    again(target + at.targetU + chroma, child + at.childU + chroma, left / 2, 1 + followed);
-    again(target + at.targetV + chroma, child + at.childV + chroma, left / 2, 1 + followed);
+    const std::size_t y = columns - 8, c = chroma - 4;
+    rows.leftOver(target + at.targetY + y, child + at.childY + y,
+                  {{target + at.targetU + c, target + at.targetV + c},
+                   {child + at.childU + c, child + at.childV + c}},
+                  w, left, row + 1 < walk.rows);
   }
 }
 
@@ -269,9 +269,9 @@ void CopyRows(std::uint8_t* target, const std::uint8_t* child, const KeyedWalk& 
 
 }  // namespace
 
-void BlendYuv420Keyed(const BlendPlanes& target, const BlendPlanes& child,
-                      const RECT& destRect, const RECT& sourceRect, std::uint32_t opacity,
-                      const KeyColour& key, bool useSse2) noexcept {
+void BlendYuv420Keyed(const BlendPlanes& target, const BlendPlanes& child, const RECT& destRect,
+                      const RECT& sourceRect, std::uint32_t opacity, const KeyColour& key,
+                      bool useSse2) noexcept {
   const KeyedWalk walk(target, child, destRect, sourceRect);
   const KeyTest test(key);
   if (opacity >= 256 || walk.width <= 0 || walk.rows <= 0) return;
@@ -293,8 +293,8 @@ void BlendYuv420Keyed(const BlendPlanes& target, const BlendPlanes& child,
     CopyPassing(on, of, walk, test);
   } else if (opacity == 0) {
     CopyRows(target.block.data, child.block.data, walk);
-  } else if (!test.CanMatch() && walk.width >= 8 && walk.width % 2 == 0) {
-    BlendEvenRows(target.block.data, child.block.data, walk, opacity);
+  } else if (!test.CanMatch() && walk.width >= 8) {
+    BlendWholeRows(target.block.data, child.block.data, walk, opacity);
   } else {
     BlendGathered(on, of, walk, test, opacity);
   }

@@ -2,8 +2,6 @@
 // Copyright (c) 2026, The ZorSurface authors
 
 #include <cstddef>
-#include <initializer_list>
-#include <utility>
 
 #include "compositor/blend.h"
 #include "compositor/blend_rows.h"
@@ -42,8 +40,8 @@ struct PlanarWalk {
   std::int64_t stride;
   std::int64_t chromaStride;
 
-  PlanarWalk(std::uint32_t pictureStride, std::uint32_t height, std::int32_t left,
-             std::int32_t top, bool useSse2)
+  PlanarWalk(std::uint32_t pictureStride, std::uint32_t height, std::int32_t left, std::int32_t top,
+             bool useSse2)
       : stride(pictureStride), chromaStride(stride / 2) {
     // The forms differ in this offset only where the stride is odd.
     const std::int64_t chromaRow = useSse2 ? (top / 2) * chromaStride : ((top / 2) * stride) >> 1;
@@ -134,12 +132,8 @@ void FastBlockRow(const BlendRows& rows, std::uint8_t* target, const PlanarWalk&
   const std::uint8_t* lower = m + c.stride;
   rows.masked(target + t.y, child + c.y, m, columns);
   rows.masked(target + t.y + t.stride, child + c.y + c.stride, lower, columns);
-  for (const auto& [to, from] : {std::pair{t.u, c.u}, std::pair{t.v, c.v}}) {
-    rows.maskedByEvens(target + to, child + from, lower, static_cast<std::size_t>(grouped));
-    for (std::int64_t i = grouped; i < blocks; ++i) {
-      target[to + i] = BlendSample(child[from + i], target[to + i], lower[2 * i + 1]);
-    }
-  }
+  rows.maskedChroma({{target + t.u, target + t.v}, {child + c.u, child + c.v}}, lower,
+                    static_cast<std::size_t>(grouped), static_cast<std::size_t>(blocks));
 }
 
 /// One row of the packed forms, group by group: 8 pixels in the SSE2 form.
@@ -177,10 +171,10 @@ std::int32_t BlendYuv420Masked(const BlockBytes& target, const BlockBytes& child
   PlanarWalk c(childStride, childHeight, sourceRect->left, sourceRect->top, useSse2);
   std::int64_t m = c.y;  // the mask has the child's stride and coordinates
   // The rows of a rectangle wider than the target's stride meet, and then their order shows.
-  const bool fast =
-      useSse2 && Apart(on) && 2 * blocks <= t.stride && t.InsideApart(target, blockRows, blocks) &&
-      c.InsideApart(child, blockRows, blocks) &&
-      Inside(mask, {m, m + (2 * blockRows - 1) * c.stride + 2 * blocks});
+  const bool fast = useSse2 && Apart(on) && 2 * blocks <= t.stride &&
+                    t.InsideApart(target, blockRows, blocks) &&
+                    c.InsideApart(child, blockRows, blocks) &&
+                    Inside(mask, {m, m + (2 * blockRows - 1) * c.stride + 2 * blocks});
   const BlendRows& rows = InnerBlendRows();
   for (std::int64_t row = 0; row < blockRows; ++row) {
     if (fast) {
@@ -210,8 +204,7 @@ std::int32_t BlendYuy2Masked(const BlockBytes& target, const BlockBytes& child,
   if (rowCount <= 0 || width <= 0) return 0;
   const Operands on{CheckedBytes(target), CheckedBytes(child), CheckedBytes(mask)};
   std::int64_t t = std::int64_t{destRect->top} * targetStride + 2 * std::int64_t{destRect->left};
-  std::int64_t c =
-      std::int64_t{sourceRect->top} * childStride + 2 * std::int64_t{sourceRect->left};
+  std::int64_t c = std::int64_t{sourceRect->top} * childStride + 2 * std::int64_t{sourceRect->left};
   const std::int64_t maskTop = useSse2 ? sourceRect->top : destRect->top;
   std::int64_t m = maskTop * childWidth + sourceRect->left;
   auto whole = [&](std::int64_t start, std::int64_t step, std::int64_t row) {

@@ -10,24 +10,44 @@
 
 namespace zor {
 
+/// The U and V rows that share a mask, or stand below one luma row.
+struct ChromaRow {
+  std::uint8_t* target[2];
+  const std::uint8_t* child[2];
+};
+
+/// Rows of one plane.
+struct BlendRun {
+  std::uint8_t* target;
+  const std::uint8_t* child;
+  std::int64_t targetStride;
+  std::int64_t childStride;
+  std::int64_t rows;
+  std::size_t count;  ///< samples of a row
+};
+
 struct BlendRows {
   /// target[i] = blend(child[i], target[i], mask[i]).
   void (*masked)(std::uint8_t* target, const std::uint8_t* child, const std::uint8_t* mask,
                  std::size_t count) noexcept;
-  /// target[i] = blend(child[i], target[i], mask[2 x i]): chroma under a mask of luma's width.
-  /// Reads 2 x count mask samples.
-  void (*maskedByEvens)(std::uint8_t* target, const std::uint8_t* child, const std::uint8_t* mask,
-                        std::size_t count) noexcept;
+  /// target[i] = blend(child[i], target[i], mask[2 x i]), from @p grouped on mask[2 x i + 1]:
+  /// chroma under a mask of luma's width, of which 2 x count samples are read.
+  void (*maskedChroma)(const ChromaRow& row, const std::uint8_t* mask, std::size_t grouped,
+                       std::size_t count) noexcept;
   /// target[i] = blend(child[i], target[i], mask[i / 2]): both bytes of a packed pixel; count
   /// pixels.
   void (*maskedByPairs)(std::uint8_t* target, const std::uint8_t* child, const std::uint8_t* mask,
                         std::size_t count) noexcept;
-  /// target[i] = blend(child[i], target[i], weight).
-  void (*constant)(std::uint8_t* target, const std::uint8_t* child, std::uint32_t weight,
-                   std::size_t count) noexcept;
+  /// target[i] = blend(child[i], target[i], weight), in every row.
+  void (*constant)(const BlendRun& run, std::uint32_t weight) noexcept;
   /// The same, twice: the second time over the first result.
-  void (*constantTwice)(std::uint8_t* target, const std::uint8_t* child, std::uint32_t weight,
-                        std::size_t count) noexcept;
+  void (*constantTwice)(const BlendRun& run, std::uint32_t weight) noexcept;
+  /// The columns that a row of at least eight leaves over, at most seven, once more: luma if
+  /// another row follows, and the chroma of each pair of them once, or twice if another row
+  /// follows. Of an odd number the last column is none of a pair.
+  /// @param target, child the last eight luma samples. @param chroma the last four each.
+  void (*leftOver)(std::uint8_t* target, const std::uint8_t* child, const ChromaRow& chroma,
+                   std::uint32_t weight, std::size_t columns, bool followed) noexcept;
 };
 
 extern const BlendRows kBlendRowsPlain;

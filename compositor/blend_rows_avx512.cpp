@@ -24,7 +24,11 @@ struct Lanes64 {
   using V = __m512i;
   static constexpr std::size_t kBytes = 64;
 
-  static ZOR_ALWAYS_INLINE V Load(const std::uint8_t* p) { return _mm512_loadu_si512(p); }
+  static ZOR_ALWAYS_INLINE V Load(const std::uint8_t* p) {
+    V v = _mm512_loadu_si512(p);
+    asm("" : "+v"(v));  // or the compiler loads it again for every use
+    return v;
+  }
   static ZOR_ALWAYS_INLINE void Store(std::uint8_t* p, V v) { _mm512_storeu_si512(p, v); }
   static ZOR_ALWAYS_INLINE V Evens(const std::uint8_t* p) {
     return _mm512_inserti64x4(_mm512_castsi256_si512(_mm512_cvtepi16_epi8(Load(p))),
@@ -65,8 +69,8 @@ struct ByPairs64 : ByConstant<kTimes> {
       for (int time = 0; time < kTimes; ++time) {
         const __m512i low = _mm512_maddubs_epi16(_mm512_unpacklo_epi8(c, d), weights);
         const __m512i high = _mm512_maddubs_epi16(_mm512_unpackhi_epi8(c, d), weights);
-        d = _mm512_add_epi8(kFromTarget ? d : c, _mm512_permutex2var_epi8(
-                                                     low, TableOf<PackHighBytes>(), high));
+        d = _mm512_add_epi8(kFromTarget ? d : c,
+                            _mm512_permutex2var_epi8(low, TableOf<PackHighBytes>(), high));
       }
       return d;
     }
@@ -74,15 +78,14 @@ struct ByPairs64 : ByConstant<kTimes> {
 };
 
 template <int kTimes>
-void Constant(std::uint8_t* target, const std::uint8_t* child, std::uint32_t weight,
-              std::size_t count) noexcept {
-  const ByConstant<kTimes> row{{target, child}, weight};
+void Constant(const BlendRun& run, std::uint32_t weight) noexcept {
+  const ByConstant<kTimes> row{{}, weight};
   if (weight < 128) {
-    Walk<Lanes64, Lanes32, Lanes16, Lanes8>(ByPairs64<kTimes, false>{row}, count);
+    WalkRun<Lanes64, Lanes32, Lanes16, Lanes8>(ByPairs64<kTimes, false>{row}, run);
   } else if (weight > 128 && weight < 256) {
-    Walk<Lanes64, Lanes32, Lanes16, Lanes8>(ByPairs64<kTimes, true>{row}, count);
+    WalkRun<Lanes64, Lanes32, Lanes16, Lanes8>(ByPairs64<kTimes, true>{row}, run);
   } else {
-    Walk<Lanes64, Lanes32, Lanes16, Lanes8>(row, count);
+    WalkRun<Lanes64, Lanes32, Lanes16, Lanes8>(row, run);
   }
 }
 
@@ -90,7 +93,7 @@ using Rows = RowsOf<Lanes64, Lanes32, Lanes16, Lanes8>;
 
 }  // namespace
 
-const BlendRows kBlendRowsAvx512 = {Rows::Masked, Rows::MaskedByEvens, Rows::MaskedByPairs,
-                                    Constant<1>, Constant<2>};
+const BlendRows kBlendRowsAvx512 = {Rows::Masked, Rows::MaskedChroma, Rows::MaskedByPairs,
+                                    Constant<1>,  Constant<2>,        LeftOver};
 
 }  // namespace zor

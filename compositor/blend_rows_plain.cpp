@@ -12,9 +12,15 @@ void Masked(std::uint8_t* target, const std::uint8_t* child, const std::uint8_t*
   for (std::size_t i = 0; i < count; ++i) target[i] = BlendSample(child[i], target[i], mask[i]);
 }
 
-void MaskedByEvens(std::uint8_t* target, const std::uint8_t* child, const std::uint8_t* mask,
-                   std::size_t count) noexcept {
-  for (std::size_t i = 0; i < count; ++i) target[i] = BlendSample(child[i], target[i], mask[2 * i]);
+void MaskedChroma(const ChromaRow& row, const std::uint8_t* mask, std::size_t grouped,
+                  std::size_t count) noexcept {
+  for (int plane = 0; plane < 2; ++plane) {
+    std::uint8_t* const target = row.target[plane];
+    for (std::size_t i = 0; i < count; ++i) {
+      const std::uint8_t weight = mask[2 * i + (i < grouped ? 0 : 1)];
+      target[i] = BlendSample(row.child[plane][i], target[i], weight);
+    }
+  }
 }
 
 void MaskedByPairs(std::uint8_t* target, const std::uint8_t* child, const std::uint8_t* mask,
@@ -24,19 +30,38 @@ void MaskedByPairs(std::uint8_t* target, const std::uint8_t* child, const std::u
   }
 }
 
-void Constant(std::uint8_t* target, const std::uint8_t* child, std::uint32_t weight,
-              std::size_t count) noexcept {
+void ConstantRow(std::uint8_t* target, const std::uint8_t* child, std::uint32_t weight,
+                 std::size_t count) noexcept {
   for (std::size_t i = 0; i < count; ++i) target[i] = BlendSample(child[i], target[i], weight);
 }
 
-void ConstantTwice(std::uint8_t* target, const std::uint8_t* child, std::uint32_t weight,
-                   std::size_t count) noexcept {
-  Constant(target, child, weight, count);
-  Constant(target, child, weight, count);
+void Constant(const BlendRun& run, std::uint32_t weight) noexcept {
+  for (std::int64_t row = 0; row < run.rows; ++row) {
+    ConstantRow(run.target + row * run.targetStride, run.child + row * run.childStride, weight,
+                run.count);
+  }
+}
+
+void ConstantTwice(const BlendRun& run, std::uint32_t weight) noexcept {
+  Constant(run, weight);
+  Constant(run, weight);
+}
+
+void LeftOver(std::uint8_t* target, const std::uint8_t* child, const ChromaRow& chroma,
+              std::uint32_t weight, std::size_t columns, bool followed) noexcept {
+  if (followed) ConstantRow(target + 8 - columns, child + 8 - columns, weight, columns);
+  const std::size_t pairs = columns / 2;
+  const std::size_t first = 4 - columns % 2 - pairs;
+  for (int plane = 0; plane < 2; ++plane) {
+    for (int time = followed ? 2 : 1; time > 0; --time) {
+      ConstantRow(chroma.target[plane] + first, chroma.child[plane] + first, weight, pairs);
+    }
+  }
 }
 
 }  // namespace
 
-const BlendRows kBlendRowsPlain = {Masked, MaskedByEvens, MaskedByPairs, Constant, ConstantTwice};
+const BlendRows kBlendRowsPlain = {Masked,   MaskedChroma,  MaskedByPairs,
+                                   Constant, ConstantTwice, LeftOver};
 
 }  // namespace zor

@@ -16,6 +16,7 @@
 ///   Join              the high byte of every lane of @p low, shifted down, beside that of @p high
 ///   AddBytes
 
+#include "compositor/blend_ends_sse2.h"
 #include "compositor/blend_rows.h"
 #include "compositor/blend_statement.h"
 #include "platform/compiler.h"
@@ -39,10 +40,15 @@ ZOR_ALWAYS_INLINE typename P::V BlendBytes(typename P::V c, typename P::V d, typ
   return BlendLanes<P>(c, d, P::Low(w), P::High(w));
 }
 
-/// What a row blends: the target's and child's samples, and where their weights come from.
+/// What a row blends: the target's and child's samples, and where their weights come from. At
+/// gives a register of blended samples, which Put stores.
 struct Samples {
   std::uint8_t* target;
   const std::uint8_t* child;
+  template <class P>
+  ZOR_ALWAYS_INLINE void Put(std::size_t i, typename P::V blended) const {
+    P::Store(target + i, blended);
+  }
 };
 
 struct ByMask : Samples {
@@ -51,19 +57,35 @@ struct ByMask : Samples {
   ZOR_ALWAYS_INLINE typename P::V At(std::size_t i) const {
     return BlendBytes<P>(P::Load(child + i), P::Load(target + i), P::Load(mask + i));
   }
-  ZOR_ALWAYS_INLINE std::uint8_t One(std::size_t i) const {
-    return BlendSample(child[i], target[i], mask[i]);
+  ZOR_ALWAYS_INLINE void One(std::size_t i) const {
+    target[i] = BlendSample(child[i], target[i], mask[i]);
   }
 };
 
-struct ByEvens : Samples {
+/// Two planes by the even samples of one mask.
+struct ByEvens {
+  const ChromaRow& row;
   const std::uint8_t* mask;
   template <class P>
-  ZOR_ALWAYS_INLINE typename P::V At(std::size_t i) const {
-    return BlendBytes<P>(P::Load(child + i), P::Load(target + i), P::Evens(mask + 2 * i));
+  struct Both {
+    typename P::V u, v;
+  };
+  template <class P>
+  ZOR_ALWAYS_INLINE Both<P> At(std::size_t i) const {
+    const typename P::V w = P::Evens(mask + 2 * i);
+    return {BlendBytes<P>(P::Load(row.child[0] + i), P::Load(row.target[0] + i), w),
+            BlendBytes<P>(P::Load(row.child[1] + i), P::Load(row.target[1] + i), w)};
   }
-  ZOR_ALWAYS_INLINE std::uint8_t One(std::size_t i) const {
-    return BlendSample(child[i], target[i], mask[2 * i]);
+  template <class P>
+  ZOR_ALWAYS_INLINE void Put(std::size_t i, const Both<P>& blended) const {
+    P::Store(row.target[0] + i, blended.u);
+    P::Store(row.target[1] + i, blended.v);
+  }
+  ZOR_ALWAYS_INLINE void One(std::size_t i) const {
+    for (int plane = 0; plane < 2; ++plane) {
+      std::uint8_t* const to = row.target[plane] + i;
+      *to = BlendSample(row.child[plane][i], *to, mask[2 * i]);
+    }
   }
 };
 
@@ -74,8 +96,8 @@ struct ByPairs : Samples {
     const typename P::V w = P::Doubled(mask + i / 2);
     return BlendLanes<P>(P::Load(child + i), P::Load(target + i), w, w);
   }
-  ZOR_ALWAYS_INLINE std::uint8_t One(std::size_t i) const {
-    return BlendSample(child[i], target[i], mask[i / 2]);
+  ZOR_ALWAYS_INLINE void One(std::size_t i) const {
+    target[i] = BlendSample(child[i], target[i], mask[i / 2]);
   }
 };
 
@@ -90,10 +112,10 @@ struct ByConstant : Samples {
     for (int time = 0; time < kTimes; ++time) d = BlendLanes<P>(c, d, w, w);
     return d;
   }
-  ZOR_ALWAYS_INLINE std::uint8_t One(std::size_t i) const {
-    std::uint8_t d = target[i];
-    for (int time = 0; time < kTimes; ++time) d = BlendSample(child[i], d, weight);
-    return d;
+  ZOR_ALWAYS_INLINE void One(std::size_t i) const {
+    for (int time = 0; time < kTimes; ++time) {
+      target[i] = BlendSample(child[i], target[i], weight);
+    }
   }
 };
 
@@ -103,15 +125,27 @@ template <class P, class... Narrower, class Row>
 ZOR_ALWAYS_INLINE void Walk(const Row& row, std::size_t count) {
   if (count >= P::kBytes) {
     const std::size_t end = count - P::kBytes;
-    const typename P::V last = row.template At<P>(end);
+    const auto last = row.template At<P>(end);
     for (std::size_t i = 0; i < end; i += P::kBytes) {
-      P::Store(row.target + i, row.template At<P>(i));
+      row.template Put<P>(i, row.template At<P>(i));
     }
-    P::Store(row.target + end, last);
+    row.template Put<P>(end, last);
   } else if constexpr (sizeof...(Narrower) != 0) {
     Walk<Narrower...>(row, count);
   } else {
-    for (std::size_t i = 0; i < count; ++i) row.target[i] = row.One(i);
+    for (std::size_t i = 0; i < count; ++i) row.One(i);
+  }
+}
+
+/// Walks rows that are alike but for where they stand.
+template <class... P, class Row>
+ZOR_ALWAYS_INLINE void WalkRun(Row row, const BlendRun& run) {
+  row.target = run.target;
+  row.child = run.child;
+  for (std::int64_t left = run.rows; left > 0; --left) {
+    Walk<P...>(row, run.count);
+    row.target += run.targetStride;
+    row.child += run.childStride;
   }
 }
 
@@ -122,24 +156,23 @@ struct RowsOf {
                      std::size_t count) noexcept {
     Walk<P...>(ByMask{{target, child}, mask}, count);
   }
-  static void MaskedByEvens(std::uint8_t* target, const std::uint8_t* child,
-                            const std::uint8_t* mask, std::size_t count) noexcept {
-    Walk<P...>(ByEvens{{target, child}, mask}, count);
+  static void MaskedChroma(const ChromaRow& row, const std::uint8_t* mask, std::size_t grouped,
+                           std::size_t count) noexcept {
+    Walk<P...>(ByEvens{row, mask}, grouped);
+    BlendByOdds(row, mask, grouped, count);
   }
   static void MaskedByPairs(std::uint8_t* target, const std::uint8_t* child,
                             const std::uint8_t* mask, std::size_t count) noexcept {
     Walk<P...>(ByPairs{{target, child}, mask}, 2 * count);
   }
-  static void Constant(std::uint8_t* target, const std::uint8_t* child, std::uint32_t weight,
-                       std::size_t count) noexcept {
-    Walk<P...>(ByConstant<1>{{target, child}, weight}, count);
+  static void Constant(const BlendRun& run, std::uint32_t weight) noexcept {
+    WalkRun<P...>(ByConstant<1>{{}, weight}, run);
   }
-  static void ConstantTwice(std::uint8_t* target, const std::uint8_t* child, std::uint32_t weight,
-                            std::size_t count) noexcept {
-    Walk<P...>(ByConstant<2>{{target, child}, weight}, count);
+  static void ConstantTwice(const BlendRun& run, std::uint32_t weight) noexcept {
+    WalkRun<P...>(ByConstant<2>{{}, weight}, run);
   }
-  static constexpr BlendRows kTable = {Masked, MaskedByEvens, MaskedByPairs, Constant,
-                                       ConstantTwice};
+  static constexpr BlendRows kTable = {Masked,   MaskedChroma,  MaskedByPairs,
+                                       Constant, ConstantTwice, LeftOver};
 };
 
 }  // namespace

@@ -25,7 +25,7 @@ TEST_F(Blend, SampleFormulaHoldsForAllWeightsAndSamplesInEveryRowForm) {
         for (int i = 0; i < 256; ++i)
           target[static_cast<std::size_t>(i)] = static_cast<std::uint8_t>(i);
         Bytes masked = target;
-        rows.constant(target.data(), child.data(), static_cast<std::uint32_t>(w), 256);
+        rows.constant({target.data(), child.data(), 0, 0, 1, 256}, static_cast<std::uint32_t>(w));
         ASSERT_EQ(expected, target) << "weight " << w << " child " << c;
         if (w == 256) continue;
         std::fill(mask.begin(), mask.end(), static_cast<std::uint8_t>(w));
@@ -42,15 +42,18 @@ TEST_F(Blend, RowsOfEveryFormTakeTheRightMaskSamplesAndStayInTheirRow) {
   for (const Edge edge : {Edge::kStart, Edge::kEnd}) {
     for (std::size_t n = 0; n <= 200; ++n) {
       const Bytes t = noise.Bytes(2 * n), c = noise.Bytes(2 * n), m = noise.Bytes(2 * n);
-      Bytes masked = t, evens = t, pairs = t, constant = t, twice = t;
+      Bytes masked = t, chroma = t, pairs = t, constant = t, twice = t;
+      const std::size_t grouped = n - n % 8;
       for (std::size_t i = 0; i < n; ++i) {
         masked[i] = static_cast<std::uint8_t>(Mix(c[i], t[i], m[i]));
-        evens[i] = static_cast<std::uint8_t>(Mix(c[i], t[i], m[2 * i]));
-        constant[i] = static_cast<std::uint8_t>(Mix(c[i], t[i], 77));
-        twice[i] = static_cast<std::uint8_t>(Mix(c[i], constant[i], 77));
       }
       for (std::size_t i = 0; i < 2 * n; ++i) {
         pairs[i] = static_cast<std::uint8_t>(Mix(c[i], t[i], m[i / 2]));
+        constant[i] = static_cast<std::uint8_t>(Mix(c[i], t[i], 77));
+        twice[i] = static_cast<std::uint8_t>(Mix(c[i], constant[i], 77));
+        const std::size_t column = i % n;  // U, then V
+        const std::uint8_t weight = m[2 * column + (column < grouped ? 0 : 1)];
+        chroma[i] = static_cast<std::uint8_t>(Mix(c[i], t[i], weight));
       }
       auto guarded = [&](const Bytes& bytes, std::size_t count) {
         auto memory = std::make_unique<GuardedMemory>(count, edge);
@@ -71,12 +74,55 @@ TEST_F(Blend, RowsOfEveryFormTakeTheRightMaskSamplesAndStayInTheirRow) {
             ASSERT_TRUE(target->GuardsIntact() && child->GuardsIntact() && mask->GuardsIntact());
           };
           check(masked, n, n, [&](auto* a, auto* b, auto* w) { rows->masked(a, b, w, n); });
-          check(evens, n, 2 * n,
-                [&](auto* a, auto* b, auto* w) { rows->maskedByEvens(a, b, w, n); });
+          check(chroma, 2 * n, 2 * n, [&](auto* a, auto* b, auto* w) {
+            rows->maskedChroma({{a, a + n}, {b, b + n}}, w, grouped, n);
+          });
           check(pairs, 2 * n, n,
                 [&](auto* a, auto* b, auto* w) { rows->maskedByPairs(a, b, w, n); });
-          check(constant, n, 0, [&](auto* a, auto* b, auto*) { rows->constant(a, b, 77, n); });
-          check(twice, n, 0, [&](auto* a, auto* b, auto*) { rows->constantTwice(a, b, 77, n); });
+          // Two rows, of which the second stands in front.
+          const auto step = -static_cast<std::int64_t>(n);
+          check(constant, 2 * n, 0, [&](auto* a, auto* b, auto*) {
+            rows->constant({a + n, b + n, step, step, 2, n}, 77);
+          });
+          check(twice, 2 * n, 0, [&](auto* a, auto* b, auto*) {
+            rows->constantTwice({a + n, b + n, step, step, 2, n}, 77);
+          });
+        }
+      }
+    }
+  }
+}
+
+TEST_F(Blend, WhatARowLeavesOverIsBlendedOnceMoreInEveryRowForm) {
+  Noise noise(13);
+  constexpr std::size_t kSamples = 16;  // eight of luma, four of U, four of V
+  for (std::size_t columns = 1; columns <= 7; ++columns) {
+    for (const bool followed : {false, true}) {
+      for (const int w : {1, 77, 128, 255}) {
+        const Bytes t = noise.Bytes(kSamples), c = noise.Bytes(kSamples);
+        Bytes expected = t;
+        auto again = [&](std::size_t i) {
+          expected[i] = static_cast<std::uint8_t>(Mix(c[i], expected[i], w));
+        };
+        for (std::size_t i = 8 - columns; followed && i < 8; ++i) again(i);
+        // Pairs of columns from the first one left over; an odd last one stands alone.
+        const std::size_t pairs = columns / 2, last = columns % 2 == 0 ? 4 : 3;
+        for (std::size_t i = last - pairs; i < last; ++i) {
+          for (int time = followed ? 2 : 1; time > 0; --time) {
+            again(8 + i);
+            again(12 + i);
+          }
+        }
+        for (const VectorLevel level : kLevels) {
+          LimitInnerVectorLevel(level);
+          for (const BlendRows* rows : {&InnerBlendRows(), &kBlendRowsPlain}) {
+            Bytes target = t;
+            std::uint8_t* const a = target.data();
+            const std::uint8_t* const b = c.data();
+            rows->leftOver(a, b, {{a + 8, a + 12}, {b + 8, b + 12}}, static_cast<std::uint32_t>(w),
+                           columns, followed);
+            ASSERT_EQ(expected, target) << columns << " weight " << w;
+          }
         }
       }
     }
