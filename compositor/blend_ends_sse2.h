@@ -111,5 +111,32 @@ void LeftOver(std::uint8_t* target, const std::uint8_t* child, const ChromaRow& 
   StoreFour(chroma.target[1], _mm_srli_si128(bytes, 4));
 }
 
+/// `BlendRows::passing`.
+std::uint64_t Passing(const std::uint8_t* y, const std::uint8_t* u, const std::uint8_t* v,
+                      const KeySamples& key, std::size_t count) noexcept {
+  const auto all = [](std::uint8_t sample) { return _mm_set1_epi8(static_cast<char>(sample)); };
+  const __m128i keyY = all(key.y);
+  const __m128i keyU = all(key.u);
+  const __m128i keyV = all(key.v);
+  std::uint64_t passing = 0;
+  std::size_t i = 0;
+  for (; i + 16 <= count; i += 16) {
+    const auto load = [=](const std::uint8_t* p) {
+      return _mm_loadl_epi64(reinterpret_cast<const __m128i*>(p + i / 2));
+    };
+    const __m128i chroma = _mm_and_si128(_mm_cmpeq_epi8(load(u), keyU),  //
+                                         _mm_cmpeq_epi8(load(v), keyV));
+    const __m128i luma =
+        _mm_cmpeq_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(y + i)), keyY);
+    const __m128i equal = _mm_and_si128(luma, _mm_unpacklo_epi8(chroma, chroma));
+    passing |= static_cast<std::uint64_t>(_mm_movemask_epi8(equal) ^ 0xFFFF) << i;
+  }
+  for (; i < count; ++i) {
+    const bool differs = y[i] != key.y || u[i / 2] != key.u || v[i / 2] != key.v;
+    passing |= static_cast<std::uint64_t>(differs) << i;
+  }
+  return passing;
+}
+
 }  // namespace
 }  // namespace zor

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: BSD-2-Clause
 // Copyright (c) 2026, The ZorSurface authors
 
+#include <algorithm>
+#include <bit>
 #include <cstddef>
 #include <cstring>
 #include <initializer_list>
@@ -81,6 +83,11 @@ class KeyTest {
     auto sample = [](std::int32_t v) { return v >= 0 && v <= 255; };
     return sample(key_.y) && sample(key_.u) && sample(key_.v);
   }
+  /// Of a key that can match.
+  KeySamples Samples() const {
+    return {static_cast<std::uint8_t>(key_.y), static_cast<std::uint8_t>(key_.u),
+            static_cast<std::uint8_t>(key_.v)};
+  }
   template <class Bytes>
   bool Passes(const Bytes& child, const RowPlace& at, std::int64_t x) const {
     return child[at.childY + x] != key_.y || child[at.childU + x / 2] != key_.u ||
@@ -121,6 +128,7 @@ class Batch {
   }
 
   bool Full() const { return count_ == kEntries; }
+  bool Empty() const { return count_ == 0; }
 
   /// Blends all entries: every sample is read before any is written.
   template <class Bytes>
@@ -152,8 +160,9 @@ class Batch {
     }
   }
 
- private:
   static constexpr int kEntries = 8;
+
+ private:
   static constexpr int kPairs = 4;
   struct Entry {
     std::int64_t to, from;
@@ -227,33 +236,82 @@ void BlendWholeRows(std::uint8_t* target, const std::uint8_t* child, const Keyed
   }
 }
 
-/// With opacity 0 every blend stores the child, however often it is repeated, so only which samples
-/// are reached counts: all luma that passes; and of chroma, a sample whose entry isn't overtaken by
-/// the next pixel's before it is blended.
-void CopyPassing(const InsideBytes& target, const InsideBytes& child, const KeyedWalk& walk,
-                 const KeyTest& key) {
-  bool odd = false;  // the number of entries in hand
-  for (std::int64_t row = 0; row < walk.rows; ++row) {
-    const RowPlace at = walk.Row(row);
-    std::int64_t open = -1;  // chroma of an even entry, lost if another pixel comes
-    auto store = [&](std::int64_t pair) {
-      target.Put(at.targetU + pair, child[at.childU + pair]);
-      target.Put(at.targetV + pair, child[at.childV + pair]);
-    };
-    for (std::int64_t x = 0; x < walk.width; ++x) {
-      if (!key.Passes(child, at, x)) continue;
-      target.Put(at.targetY + x, child[at.childY + x]);
-      if (odd) {
-        store(x / 2);
-        open = -1;
-      } else {
-        open = x / 2;
+/// The gathering walk over pictures that lie inside their blocks. Neighbours that fill whole
+/// batches meet nothing else in them, so they are blended as rows: luma once, and the chroma of
+/// each pair's second pixel once.
+class RunBlend {
+ public:
+  RunBlend(const BlendPlanes& target, const BlendPlanes& child, const KeyTest& key,
+           std::uint32_t weight)
+      : target_(target.block),
+        child_(child.block),
+        targetBytes_(target.block.data),
+        childBytes_(child.block.data),
+        canMatch_(key.CanMatch()),
+        key_(canMatch_ ? key.Samples() : KeySamples{}),
+        weight_(weight) {}
+
+  void Row(const RowPlace& at, std::int64_t width) {
+    std::int64_t start = kNone;  // of the run in hand
+    for (std::int64_t x = 0; x < width; x += kWord) {
+      const std::int64_t count = std::min(width - x, kWord);
+      const std::uint64_t passing = Passing(at, x, count);
+      for (std::int64_t i = 0; i < count;) {
+        const bool passes = (passing >> i & 1) != 0;
+        if (passes && start == kNone) start = x + i;
+        if (!passes && start != kNone) {
+          Add(at, start, x + i);
+          start = kNone;
+        }
+        i += std::countr_zero((passes ? ~passing : passing) >> i);  // 64 if none is left
       }
-      odd = !odd;
     }
-    if (open >= 0) store(open);
+    if (start != kNone) Add(at, start, width);
+    batch_.BlendRowEnd(target_, child_, weight_);
   }
-}
+
+ private:
+  static constexpr std::int64_t kWord = 64;
+  static constexpr std::int64_t kNone = -1;
+
+  std::uint64_t Passing(const RowPlace& at, std::int64_t x, std::int64_t count) const {
+    if (!canMatch_) return ~std::uint64_t{0};
+    return rows_.passing(childBytes_ + at.childY + x, childBytes_ + at.childU + x / 2,
+                         childBytes_ + at.childV + x / 2, key_, static_cast<std::size_t>(count));
+  }
+
+  /// Adds the passing pixels from @p x to @p end.
+  void Add(const RowPlace& at, std::int64_t x, std::int64_t end) {
+    while (x < end) {
+      const std::int64_t whole = (end - x) / Batch::kEntries * Batch::kEntries;
+      if (batch_.Empty() && whole > 0) {
+        const std::int64_t pair = (x + 1) / 2;  // of the first pair's second pixel
+        Blend(at.targetY + x, at.childY + x, whole);
+        Blend(at.targetU + pair, at.childU + pair, whole / 2);
+        Blend(at.targetV + pair, at.childV + pair, whole / 2);
+        x += whole;
+      } else {
+        batch_.Add(at, x++);
+        if (batch_.Full()) batch_.BlendFull(target_, child_, weight_);
+      }
+    }
+  }
+
+  void Blend(std::int64_t to, std::int64_t from, std::int64_t count) const {
+    rows_.constant(
+        {targetBytes_ + to, childBytes_ + from, 0, 0, 1, static_cast<std::size_t>(count)}, weight_);
+  }
+
+  const BlendRows& rows_ = InnerBlendRows();
+  const InsideBytes target_;
+  const InsideBytes child_;
+  std::uint8_t* const targetBytes_;
+  const std::uint8_t* const childBytes_;
+  const bool canMatch_;
+  const KeySamples key_;
+  const std::uint32_t weight_;
+  Batch batch_;
+};
 
 /// Opacity 0 without a key: the child's samples, rows as they are.
 void CopyRows(std::uint8_t* target, const std::uint8_t* child, const KeyedWalk& walk) {
@@ -285,18 +343,15 @@ void BlendYuv420Keyed(const BlendPlanes& target, const BlendPlanes& child, const
     }
     return;
   }
-  const InsideBytes on(target.block);
-  const InsideBytes of(child.block);
   if (!useSse2) {
-    BlendPlain(on, of, walk, test, opacity);
-  } else if (opacity == 0 && test.CanMatch()) {
-    CopyPassing(on, of, walk, test);
-  } else if (opacity == 0) {
+    BlendPlain(InsideBytes(target.block), InsideBytes(child.block), walk, test, opacity);
+  } else if (opacity == 0 && !test.CanMatch()) {
     CopyRows(target.block.data, child.block.data, walk);
-  } else if (!test.CanMatch() && walk.width >= 8) {
+  } else if (!test.CanMatch() && walk.width >= Batch::kEntries) {
     BlendWholeRows(target.block.data, child.block.data, walk, opacity);
   } else {
-    BlendGathered(on, of, walk, test, opacity);
+    RunBlend blend(target, child, test, opacity);
+    for (std::int64_t row = 0; row < walk.rows; ++row) blend.Row(walk.Row(row), walk.width);
   }
 }
 

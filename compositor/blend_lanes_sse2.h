@@ -30,9 +30,7 @@ struct Lanes16 {
   static ZOR_ALWAYS_INLINE V Doubled(const std::uint8_t* p) {
     return _mm_unpacklo_epi8(_mm_loadl_epi64(reinterpret_cast<const V*>(p)), _mm_setzero_si128());
   }
-  static ZOR_ALWAYS_INLINE V Set(std::uint32_t w) {
-    return _mm_set1_epi16(static_cast<short>(w));
-  }
+  static ZOR_ALWAYS_INLINE V Set(std::uint32_t w) { return _mm_set1_epi16(static_cast<short>(w)); }
   static ZOR_ALWAYS_INLINE V Low(V v) { return _mm_and_si128(v, Set(0x00FF)); }
   static ZOR_ALWAYS_INLINE V High(V v) { return _mm_srli_epi16(v, 8); }
   static ZOR_ALWAYS_INLINE V Sub(V a, V b) { return _mm_sub_epi16(a, b); }

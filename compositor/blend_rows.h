@@ -26,6 +26,11 @@ struct BlendRun {
   std::size_t count;  ///< samples of a row
 };
 
+/// A key whose three values are samples.
+struct KeySamples {
+  std::uint8_t y, u, v;
+};
+
 struct BlendRows {
   /// target[i] = blend(child[i], target[i], mask[i]).
   void (*masked)(std::uint8_t* target, const std::uint8_t* child, const std::uint8_t* mask,
@@ -48,6 +53,10 @@ struct BlendRows {
   /// @param target, child the last eight luma samples. @param chroma the last four each.
   void (*leftOver)(std::uint8_t* target, const std::uint8_t* child, const ChromaRow& chroma,
                    std::uint32_t weight, std::size_t columns, bool followed) noexcept;
+  /// @return bit i: whether pixel i differs from the key. @param count 1 to 64 pixels, of which the
+  ///         first is the first of its pair.
+  std::uint64_t (*passing)(const std::uint8_t* y, const std::uint8_t* u, const std::uint8_t* v,
+                           const KeySamples& key, std::size_t count) noexcept;
 };
 
 extern const BlendRows kBlendRowsPlain;

@@ -94,6 +94,7 @@ using Rows = RowsOf<Lanes64, Lanes32, Lanes16, Lanes8>;
 }  // namespace
 
 const BlendRows kBlendRowsAvx512 = {Rows::Masked, Rows::MaskedChroma, Rows::MaskedByPairs,
-                                    Constant<1>,  Constant<2>,        LeftOver};
+                                    Constant<1>,  Constant<2>,        LeftOver,
+                                    Passing};
 
 }  // namespace zor

@@ -59,9 +59,19 @@ void LeftOver(std::uint8_t* target, const std::uint8_t* child, const ChromaRow& 
   }
 }
 
+std::uint64_t Passing(const std::uint8_t* y, const std::uint8_t* u, const std::uint8_t* v,
+                      const KeySamples& key, std::size_t count) noexcept {
+  std::uint64_t passing = 0;
+  for (std::size_t i = 0; i < count; ++i) {
+    const bool differs = y[i] != key.y || u[i / 2] != key.u || v[i / 2] != key.v;
+    passing |= std::uint64_t{differs} << i;
+  }
+  return passing;
+}
+
 }  // namespace
 
-const BlendRows kBlendRowsPlain = {Masked,   MaskedChroma,  MaskedByPairs,
-                                   Constant, ConstantTwice, LeftOver};
+const BlendRows kBlendRowsPlain = {Masked,        MaskedChroma, MaskedByPairs, Constant,
+                                   ConstantTwice, LeftOver,     Passing};
 
 }  // namespace zor

@@ -171,8 +171,8 @@ struct RowsOf {
   static void ConstantTwice(const BlendRun& run, std::uint32_t weight) noexcept {
     WalkRun<P...>(ByConstant<2>{{}, weight}, run);
   }
-  static constexpr BlendRows kTable = {Masked,   MaskedChroma,  MaskedByPairs,
-                                       Constant, ConstantTwice, LeftOver};
+  static constexpr BlendRows kTable = {Masked,        MaskedChroma, MaskedByPairs, Constant,
+                                       ConstantTwice, LeftOver,     Passing};
 };
 
 }  // namespace

@@ -239,26 +239,53 @@ TEST_F(BlendGeometry, ShorterWaysWithoutAKeyEqualTheGatheringOneAtEveryWidthAndO
   }
 }
 
-/// As long as nothing stands between 0 and 256, repeated blends can't be told from single ones: a
-/// keyed child of opacity 0 is copied where it passes.
-TEST_F(BlendGeometry, KeyedCopyEqualsTheBatchesForEveryWidthAndDensityOfTheKey) {
+/// Runs of passing pixels may be blended as rows; what comes out is that of the batches.
+TEST_F(BlendGeometry, KeyedRunsEqualTheBatchesForEveryWidthOpacityAndDensityOfTheKey) {
   Noise noise(37);
   const Geometry g{130, 6};
   const Bytes target = PlanarNoise(noise, g);
-  for (const int rare : {2, 20, 128, 250}) {
+  for (const int rare : {2, 20, 128, 220, 250}) {
     Bytes child = PlanarNoise(noise, g);
     for (auto& b : child) b = b >= rare ? 50 : b;
     for (int width = 1; width <= 120; ++width) {
       const RECT dest = Rect(width % 9, width % 2, width, 5);
       const RECT source = Rect(width % 4, 1, width, 5);
-      for (const VectorLevel level : kLevels) {
-        LimitInnerVectorLevel(level);
+      for (const std::uint32_t opacity : {0u, 77u, 200u}) {
         Bytes expected = target;
-        ReferenceKeyed(expected, child, g, g, dest, source, 0, {50, 50, 50}, true);
-        ASSERT_EQ(expected, RunKeyed(target, child, {g, g, dest, source}, 0, {50, 50, 50}, true))
-            << width << " below " << rare;
+        ReferenceKeyed(expected, child, g, g, dest, source, static_cast<int>(opacity), {50, 50, 50},
+                       true);
+        for (const VectorLevel level : kLevels) {
+          LimitInnerVectorLevel(level);
+          ASSERT_EQ(expected,
+                    RunKeyed(target, child, {g, g, dest, source}, opacity, {50, 50, 50}, true))
+              << width << " below " << rare << " opacity " << opacity;
+        }
       }
     }
+  }
+}
+
+/// Long runs of either kind, which begin and end at any place of the 64 that are tested at once.
+TEST_F(BlendGeometry, KeyedRunsOfAllLengthsEqualTheBatches) {
+  Noise noise(38);
+  const Geometry g{420, 4};
+  const Bytes target = PlanarNoise(noise, g);
+  for (int round = 0; round < 150; ++round) {
+    Bytes child = PlanarNoise(noise, g);
+    const int longest = round % 3 == 0 ? 9 : 140;
+    for (std::size_t i = 0; i < child.size();) {
+      const bool keyed = noise.Next() % 2 == 0;
+      const auto length = static_cast<std::size_t>(noise.Range(1, longest));
+      for (std::size_t end = std::min(i + length, child.size()); i < end; ++i) {
+        if (keyed || child[i] == 50) child[i] = keyed ? 50 : 51;
+      }
+    }
+    const RECT dest = Rect(noise.Range(0, 9), 0, noise.Range(150, 400), 4);
+    const RECT source = Rect(noise.Range(0, 9), 0, dest.right - dest.left, 4);
+    Bytes expected = target;
+    ReferenceKeyed(expected, child, g, g, dest, source, 77, {50, 50, 50}, true);
+    ASSERT_EQ(expected, RunKeyed(target, child, {g, g, dest, source}, 77, {50, 50, 50}, true))
+        << round;
   }
 }
 

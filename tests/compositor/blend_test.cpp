@@ -129,6 +129,35 @@ TEST_F(Blend, WhatARowLeavesOverIsBlendedOnceMoreInEveryRowForm) {
   }
 }
 
+TEST_F(Blend, PixelsThatDifferFromTheKeyInOneSamplePassInEveryRowForm) {
+  Noise noise(14);
+  const KeySamples key{9, 8, 7};
+  for (std::size_t count = 1; count <= 64; ++count) {
+    const std::size_t pairs = (count + 1) / 2;
+    GuardedMemory y(count, GuardedMemory::Edge::kEnd), u(pairs, GuardedMemory::Edge::kEnd),
+        v(pairs, GuardedMemory::Edge::kEnd);
+    for (int round = 0; round < 20; ++round) {
+      const auto rarely = [&](int sample) {
+        return static_cast<std::uint8_t>(sample + (noise.Next() % 4 == 0 ? 1 : 0));
+      };
+      for (std::size_t i = 0; i < count; ++i) y.data()[i] = rarely(9);
+      for (std::size_t i = 0; i < pairs; ++i) u.data()[i] = rarely(8);
+      for (std::size_t i = 0; i < pairs; ++i) v.data()[i] = rarely(7);
+      std::uint64_t expected = 0;
+      for (std::size_t i = 0; i < count; ++i) {
+        const bool equal = y.data()[i] == 9 && u.data()[i / 2] == 8 && v.data()[i / 2] == 7;
+        if (!equal) expected |= std::uint64_t{1} << i;
+      }
+      for (const VectorLevel level : kLevels) {
+        LimitInnerVectorLevel(level);
+        for (const BlendRows* rows : {&InnerBlendRows(), &kBlendRowsPlain}) {
+          ASSERT_EQ(expected, rows->passing(y.data(), u.data(), v.data(), key, count)) << count;
+        }
+      }
+    }
+  }
+}
+
 TEST_F(Blend, MaskedPlanarFormsFollowTheirRulesAtAllSmallRectangles) {
   Noise noise(12);
   for (const Geometry tg : {Geometry{24, 24}, Geometry{45, 23}}) {
