@@ -164,8 +164,10 @@ void RegisterAll() {
                                      {1280, 720, 1920, 1080},
                                      {1920, 1080, 3840, 2160},
                                      {3840, 2160, 2560, 1440}};
-  static constexpr Size kHalves[] = {
-      {1920, 1080, 960, 540}, {1920, 1080, 480, 270}, {1920, 1080, 768, 432}};
+  static constexpr Size kHalves[] = {{1920, 1080, 960, 540},
+                                     {1920, 1080, 480, 270},
+                                     {1920, 1080, 768, 432},
+                                     {3840, 2160, 192, 108}};
   std::vector<Case> cases;
   for (const int bytes : {4, 3}) {
     for (const Size& s : kRatios) {

@@ -60,7 +60,13 @@ struct BoxRowForm {
   /// the fourth lane averages the first bytes of the pixels behind.
   void (*row)(std::uint8_t* out, const BoxRow& row, const BoxRun& run,
               const BoxScratch& scratch) noexcept;
+  /// Sums down the rows of boxes, of which there may be `kMostSummedRows` here: sums[k] of the byte
+  /// run.first + k, up to run.end. @param sums room for `kBoxSlack` more.
+  void (*columns)(std::uint16_t* sums, const BoxRow& row, const BoxRun& run) noexcept;
 };
+
+/// As many bytes of 255 fit the 16 bits of a column's sum.
+inline constexpr std::int32_t kMostSummedRows = 257;
 
 extern const BoxRowForm kBoxRowsSse2;
 extern const BoxRowForm kBoxRowsAvx2;

@@ -72,8 +72,12 @@ void Row(std::uint8_t* out, const BoxRow& row, const BoxRun& run,
   AverageRow<Avx2>(out, row, run, scratch);
 }
 
+void Columns(std::uint16_t* sums, const BoxRow& row, const BoxRun& run) noexcept {
+  SumColumns<Avx2>(sums, row, run);
+}
+
 }  // namespace
 
-const BoxRowForm kBoxRowsAvx2 = {NoPlan, nullptr, Row};
+const BoxRowForm kBoxRowsAvx2 = {NoPlan, nullptr, Row, Columns};
 
 }  // namespace zor

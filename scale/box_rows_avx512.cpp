@@ -176,8 +176,12 @@ void Row(std::uint8_t* out, const BoxRow& row, const BoxRun& run,
   AverageRow<Avx512>(out, row, run, scratch);
 }
 
+void Columns(std::uint16_t* sums, const BoxRow& row, const BoxRun& run) noexcept {
+  SumColumns<Avx512>(sums, row, run);
+}
+
 }  // namespace
 
-const BoxRowForm kBoxRowsAvx512 = {PlanBytes, Plan, Row};
+const BoxRowForm kBoxRowsAvx512 = {PlanBytes, Plan, Row, Columns};
 
 }  // namespace zor

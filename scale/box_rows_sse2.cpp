@@ -71,8 +71,12 @@ void Row(std::uint8_t* out, const BoxRow& row, const BoxRun& run,
   AverageRow<Sse2>(out, row, run, scratch);
 }
 
+void Columns(std::uint16_t* sums, const BoxRow& row, const BoxRun& run) noexcept {
+  SumColumns<Sse2>(sums, row, run);
+}
+
 }  // namespace
 
-const BoxRowForm kBoxRowsSse2 = {NoPlan, nullptr, Row};
+const BoxRowForm kBoxRowsSse2 = {NoPlan, nullptr, Row, Columns};
 
 }  // namespace zor

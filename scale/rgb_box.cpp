@@ -47,8 +47,8 @@ class BoxScaler {
     const std::int64_t columnLanes =
         std::int64_t{p_.source.width} * p_.source.bytesPerPixel + 4 + kBoxSlack;
     const std::int64_t boxLanes = 4 * std::int64_t{p_.target.width} + kBoxSlack;
-    WorkArray<std::uint16_t> scratch(unrolled_ ? static_cast<std::uint64_t>(columnLanes + boxLanes)
-                                               : 1);
+    WorkArray<std::uint16_t> scratch(
+        static_cast<std::uint64_t>(unrolled_ ? columnLanes + boxLanes : columnLanes));
     WorkArray<std::uint8_t> bytes(unrolled_ ? 4 * static_cast<std::uint64_t>(p_.target.width) : 1);
     if (!scratch || !bytes) return;
     scratch_ = {scratch.data(), scratch.data() + columnLanes};
@@ -56,10 +56,12 @@ class BoxScaler {
     const int level = static_cast<int>(InnerVectorLevel());
     const BoxRowForm& form = *kBoxRowForms[level];
     row_ = form.row;
+    columns_ = form.columns;
     pack_ = kRgbRowForms[level]->pack;
     const RgbRun run = p_.mode == SCALE_BOX ? p_.Whole() : p_.Middle();
     boxes_ = DescribeBoxes(p_.across.words + run.start, p_.across.offsets + run.start, run.count,
                            p_.source.bytesPerPixel);
+    if (!unrolled_) HoldColumns(run, columnLanes - kBoxSlack);
     const std::uint64_t planBytes = unrolled_ ? form.planBytes(boxes_) : 0;
     WorkArray<std::uint8_t> plan(planBytes);
     if (!plan) return;
@@ -130,15 +132,46 @@ class BoxScaler {
     return sums;
   }
 
+  /// Finds the bytes of a row that large boxes read, which are summed down as columns if there is
+  /// room for them.
+  void HoldColumns(const RgbRun& run, std::int64_t room) {
+    boxes_.first = room;
+    boxes_.end = 0;
+    for (std::int32_t i = run.start; i < run.start + run.count; ++i) {
+      const std::int64_t at = p_.across.offsets[i];
+      const std::int64_t across = p_.across.words[i];
+      if (across == 0) continue;
+      boxes_.first = std::min(boxes_.first, at);
+      boxes_.end = std::max(boxes_.end, at + (across - 1) * p_.source.bytesPerPixel + 3);
+    }
+    holdsColumns_ = boxes_.end > boxes_.first && boxes_.end - boxes_.first <= room;
+  }
+
+  /// Sums of a box from those of its columns.
+  Sums SumColumns(std::int32_t column, std::uint32_t across) const {
+    Sums sums{};
+    const std::uint16_t* at = scratch_.columns + (p_.across.offsets[column] - boxes_.first);
+    for (std::uint32_t x = 0; x < across; ++x, at += p_.source.bytesPerPixel) {
+      for (int c = 0; c < 3; ++c) sums.v[c] += at[c];
+    }
+    return sums;
+  }
+
   /// Exact averages of the three colour bytes; a box of no pixels stays unwritten.
   void Generic(std::int32_t y, RgbRun run, std::int32_t rows) {
     const std::int32_t step = p_.target.bytesPerPixel;
     std::uint8_t* out = p_.TargetRow(y) + std::int64_t{run.start} * step;
+    const bool byColumns = holdsColumns_ && rows >= 1 && rows <= kMostSummedRows;
+    if (byColumns) {
+      columns_(scratch_.columns, {p_.SourceRow(y), p_.source.stride, rows, p_.readable, nullptr},
+               boxes_);
+    }
     for (std::int32_t i = 0; i < run.count; ++i, out += step) {
       const std::uint32_t across = p_.across.words[run.start + i];
       const std::uint32_t pixels = across * static_cast<std::uint32_t>(rows);
       if (across == 0 || static_cast<std::int32_t>(pixels) <= 0) continue;
-      const Sums sums = SumBox(y, run.start + i, across, rows, p_.source.bytesPerPixel);
+      const Sums sums = byColumns ? SumColumns(run.start + i, across)
+                                  : SumBox(y, run.start + i, across, rows, p_.source.bytesPerPixel);
       for (int c = 0; c < 3; ++c) out[c] = static_cast<std::uint8_t>(sums.v[c] / pixels);
     }
   }
@@ -176,7 +209,9 @@ class BoxScaler {
   BoxRun boxes_{};
   BoxScratch scratch_{};
   std::uint8_t* bytes_ = nullptr;
+  bool holdsColumns_ = false;
   decltype(BoxRowForm::row) row_ = nullptr;
+  decltype(BoxRowForm::columns) columns_ = nullptr;
   void (*pack_)(std::uint8_t*, const std::uint8_t*, std::int32_t) noexcept = nullptr;
 };
 

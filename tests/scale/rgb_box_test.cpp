@@ -167,6 +167,39 @@ TEST(BoxPictures, FromSixteenOnAveragesAreExact) {
   }
 }
 
+TEST(BoxPictures, FromSixteenOnEveryColourIsTheTruncatedMeanOfItsBoxOfAnyHeight) {
+  // 257 rows of 255 are the most that 16 bits hold.
+  struct Box {
+    int columns, rows;
+  };
+  for (const Box box : {Box{16, 16}, Box{33, 2}, Box{5, 19}, Box{17, 257}, Box{3, 258}}) {
+    for (const RgbPair& pair : kRgbPairs) {
+      for (const bool white : {false, true}) {
+        RgbRectangle source(3 * box.columns, 2 * box.rows, pair.from, {1, 1, 2, 1, 3},
+                            GuardedMemory::Edge::kEnd, 6);
+        RgbRectangle target(3, 2, pair.to, {}, GuardedMemory::Edge::kEnd, 7);
+        const std::int64_t size = std::int64_t{source.stride} * (source.height + 2);
+        if (white) std::fill_n(source.data(), size, std::uint8_t{255});
+        BoxRoute(target, source);
+        for (int i = 0; i < 18; ++i) {
+          const int x = i % 3, y = i / 3 % 2, colour = i / 6;
+          int sum = 0;
+          for (int v = 0; v < box.rows; ++v) {
+            for (int h = 0; h < box.columns; ++h) {
+              const std::int64_t row = source.start + (y * box.rows + v) * source.stride;
+              sum += source.data()[row + (x * box.columns + h) * pair.from + colour];
+            }
+          }
+          ASSERT_EQ(sum / (box.rows * box.columns),
+                    target.data()[y * target.stride + x * pair.to + colour])
+              << box.columns << " x " << box.rows << ", " << pair.from << " to " << pair.to;
+        }
+        ASSERT_TRUE(target.GuardsIntact() && source.GuardsIntact());
+      }
+    }
+  }
+}
+
 TEST(BoxPictures, FromSixteenOnPixelsLieATruePixelApartAndAFourthByteStays) {
   for (const RgbPair& pair : kRgbPairs) {
     for (const ScaleMode mode : {SCALE_BOX, SCALE_BOX_FADE}) {
