@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <cstdlib>
 #include <cstring>
 
 #include "platform/memory.h"
@@ -107,6 +108,9 @@ void Accumulate(const ScaleTarget& target, std::int32_t sourceHeight, float rows
                 float* gathered, const std::uint8_t** rows) noexcept {
   std::uint8_t* out = target.pixels;
   AreaTargetRow band[kBandTargets];
+  // Rows that lie over each other are made one after another.
+  const std::int64_t rowBytes = std::int64_t{target.width} * target.bytesPerPixel;
+  const std::int32_t most = std::abs(std::int64_t{target.stride}) >= rowBytes ? kBandTargets : 1;
   std::int32_t inBand = 0;
   std::int32_t bandStart = 0;
   std::int32_t y = 0;
@@ -121,7 +125,7 @@ void Accumulate(const ScaleTarget& target, std::int32_t sourceHeight, float rows
     const float past = top - edge;
     const float share = static_cast<double>(past) >= kAreaTail ? past : 0.0f;
     band[inBand++] = {out, rows + first, y - first, share, 1.0f - share};
-    if (inBand == kBandTargets || y - bandStart >= kBandSources) {
+    if (inBand == most || y - bandStart >= kBandSources) {
       form.rows(band, inBand, gathered, plan);
       inBand = 0;
       bandStart = y;
