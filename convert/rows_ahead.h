@@ -22,7 +22,6 @@ namespace zor {
 /// work.
 ZOR_ALWAYS_INLINE void AskForLines(std::uintptr_t from, std::int64_t bytes,
                                    int every = 64) noexcept {
-#pragma GCC unroll 8
   for (std::int64_t i = 0; i < bytes; i += every) {
     __builtin_prefetch(reinterpret_cast<const void*>(from + static_cast<std::uintptr_t>(i)), 0, 1);
   }
