@@ -58,8 +58,7 @@ VectorLevel VectorLevelOf(const VectorReplies& replies) noexcept;
 VectorLevel InnerVectorLevel() noexcept;
 
 /// @return the place of the widest form at hand in a family's table of forms, whose last two are
-/// those
-///         of AVX2 and AVX-512; the one before them serves where the processor has neither.
+///         those of AVX2 and AVX-512; the one before them serves where the processor has neither.
 template <class Form, std::size_t kForms>
 int WidestForm(const Form* const (&)[kForms]) noexcept {
   static_assert(kForms >= 3);

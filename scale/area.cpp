@@ -148,7 +148,7 @@ bool AreaScale(const ScaleTarget& target, const ScaleSource& source, std::int64_
   if (!entries) return false;
   const AreaList list = ListRow(target, source, ratio, entries.data());
 
-  const int widest = WidestAreaRowForm(InnerVectorLevel());
+  const int widest = WidestForm(kAreaRowForms);
   std::uint64_t planBytes = 0;
   for (int form = 0; form <= widest; ++form) {
     planBytes = std::max(planBytes, kAreaRowForms[form]->planBytes(list));

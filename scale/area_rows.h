@@ -66,11 +66,5 @@ extern const AreaRowForm kAreaRowsAvx512;
 /// The forms from plain to widest; plain takes any list.
 inline constexpr const AreaRowForm* kAreaRowForms[] = {&kAreaRowsPlain, &kAreaRowsSse2,
                                                        &kAreaRowsAvx2, &kAreaRowsAvx512};
-inline constexpr int kAreaRowFormCount = 4;
-
-/// @return the place in `kAreaRowForms` of the widest form that may run at @p level.
-constexpr int WidestAreaRowForm(VectorLevel level) {
-  return static_cast<int>(level) + 1;
-}
 
 }  // namespace zor

@@ -111,27 +111,29 @@ inline constexpr std::size_t kRgb32Copy = kRgb32Rows + 5;
 inline constexpr std::size_t kRgb24Copy = kRgb24Rows + 6;
 inline constexpr std::size_t kRgbWordCopies[] = {kRgb565Rows + 7, kRgb555Rows + 8};
 
-/// First entries by the straight row copy `kPlane`: row 1 and all that shares it.
+/// Entries by the row copy `kPlane`: row 1 and all that shares it, 16-bit pixels apart.
+/// @tparam kEntry which of a row's entries they are
+template <PackedKernel* kPlane, KernelEntry KernelRow::*kEntry>
+constexpr void AddByteCopies(KernelRows& rows) {
+  rows[1].*kEntry = kPlane;
+  rows[4].*kEntry = CopyPlanes<kPlane, false>;
+  rows[5].*kEntry = CopyPlanes<kPlane, true>;
+  for (const std::size_t row : kPackingCopies) rows[row].*kEntry = CopyPicture<2, kPlane>;
+  rows[kRgb32Copy].*kEntry = CopyPicture<4, kPlane>;
+  rows[kRgb24Copy].*kEntry = CopyPicture<3, kPlane>;
+}
+
+/// First entries by the straight row copy `kPlane`.
 template <PackedKernel* kPlane>
 constexpr void AddStraightCopies(KernelRows& rows) {
-  rows[1].straight = kPlane;
-  rows[4].straight = CopyPlanes<kPlane, false>;
-  rows[5].straight = CopyPlanes<kPlane, true>;
-  for (const std::size_t row : kPackingCopies) rows[row].straight = CopyPicture<2, kPlane>;
-  rows[kRgb32Copy].straight = CopyPicture<4, kPlane>;
-  rows[kRgb24Copy].straight = CopyPicture<3, kPlane>;
+  AddByteCopies<kPlane, &KernelRow::straight>(rows);
   for (const std::size_t row : kRgbWordCopies) rows[row].straight = CopyPicture<2, kPlane>;
 }
 
 /// Second entries by the smoothing row copy `kPlane`.
 template <PackedKernel* kPlane>
 constexpr void AddSmoothedCopies(KernelRows& rows) {
-  rows[1].smoothed = kPlane;
-  rows[4].smoothed = CopyPlanes<kPlane, false>;
-  rows[5].smoothed = CopyPlanes<kPlane, true>;
-  for (const std::size_t row : kPackingCopies) rows[row].smoothed = CopyPicture<2, kPlane>;
-  rows[kRgb32Copy].smoothed = CopyPicture<4, kPlane>;
-  rows[kRgb24Copy].smoothed = CopyPicture<3, kPlane>;
+  AddByteCopies<kPlane, &KernelRow::smoothed>(rows);
 }
 
 }  // namespace zor

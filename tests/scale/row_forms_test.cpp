@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <iterator>
 
 #include "platform/memory.h"
 #include "scale/area_rows.h"
@@ -147,7 +148,7 @@ class AreaForms : public testing::TestWithParam<int> {
 };
 
 TEST_P(AreaForms, RowsMatchTheStatement) {
-  if (GetParam() > WidestAreaRowForm(InnerVectorLevel())) {
+  if (GetParam() > WidestForm(kAreaRowForms)) {
     GTEST_SKIP() << "this processor has no " << Form().name;
   }
   Noise noise(3);
@@ -231,7 +232,9 @@ TEST_P(AreaForms, RowsMatchTheStatement) {
 std::string AreaFormName(const testing::TestParamInfo<int>& info) {
   return kAreaRowForms[info.param]->name;
 }
-INSTANTIATE_TEST_SUITE_P(Forms, AreaForms, testing::Range(0, kAreaRowFormCount), AreaFormName);
+INSTANTIATE_TEST_SUITE_P(Forms, AreaForms,
+                         testing::Range(0, static_cast<int>(std::size(kAreaRowForms))),
+                         AreaFormName);
 
 }  // namespace
 }  // namespace zor::test
